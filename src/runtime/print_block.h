@@ -1,0 +1,94 @@
+// The block in which listing text is composed before it is printed.
+//
+// For: plain appends of characters, blanks, digits and octets. A system call for each piece would
+// cost many times the piece itself, so text waits here and leaves as one `zxqprint` of the block.
+// Not for: deciding when text must be out; `zxqprint`, trace files, guards and the end of a
+// listing hand the block over, so text never overtakes other text of the same context.
+//
+//     PrintBlock& out = printBlock(context);
+//     out.startRow();
+//     out.append("30 ");
+//     out.column();  // 3
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+
+#include "runtime/hex_text.h"
+
+namespace zxqtlv {
+
+struct ZxqGlobal;
+
+class PrintBlock {
+  public:
+    static constexpr std::size_t kCapacity = 64 * 1024;
+
+    // The context whose `zxqprint` takes the text; set once, before the first append.
+    void bind(ZxqGlobal* owner) { owner_ = owner; }
+
+    bool empty() const { return size_ == 0; }
+
+    // Prints what waits, with one `zxqprint`, and starts over empty.
+    void handOver();
+
+    // Room for `count` (at most kCapacity) characters; what was written counts after `commit`.
+    char* reserve(std::size_t count) {
+        if (kCapacity - size_ < count) {
+            handOver();
+        }
+        return text_.data() + size_;
+    }
+    void commit(const char* end) { size_ = static_cast<std::size_t>(end - text_.data()); }
+
+    void append(char character) {
+        char* out = reserve(1);
+        *out = character;
+        commit(out + 1);
+    }
+    // Any length. Characters only: a NUL would end the print of the whole block.
+    void append(std::string_view text) {
+        if (text.size() > kShort) {
+            appendLong(text);
+            return;
+        }
+        char* out = reserve(text.size());
+        std::memcpy(out, text.data(), text.size());
+        commit(out + text.size());
+    }
+    void appendBlanks(std::size_t count);
+    // Two upper-case digits for each of `count` octets.
+    void appendHex(const std::uint8_t* octets, std::size_t count) {
+        if (count > kShort) {
+            appendLongHex(octets, count);
+            return;
+        }
+        commit(writeHexPairs(reserve(2 * count), octets, count));
+    }
+    void appendDecimal(std::int64_t value) { commit(writeDecimal(reserve(20), value)); }
+    // Decimal, with blanks in front up to `width` characters.
+    void appendPadded(std::int64_t value, std::size_t width);
+    void appendLowerHex(std::uint32_t value) { commit(writeLowerHex(reserve(8), value)); }
+
+    // A row starts at the next character: the column counts from here.
+    void startRow() { rowStart_ = handedOver_ + size_; }
+    // Characters since the row started.
+    std::size_t column() const { return handedOver_ + size_ - rowStart_; }
+
+  private:
+    static constexpr std::size_t kShort = 256;
+
+    void appendLong(std::string_view text);
+    void appendLongHex(const std::uint8_t* octets, std::size_t count);
+
+    ZxqGlobal* owner_ = nullptr;
+    std::size_t size_ = 0;        // characters that wait
+    std::size_t handedOver_ = 0;  // characters printed so far
+    std::size_t rowStart_ = 0;    // counted like handedOver_ + size_
+    std::array<char, kCapacity + 1> text_;
+};
+
+}  // namespace zxqtlv
