@@ -1,0 +1,51 @@
+// The name of a triple's tag: "INTEGER", "[APPLICATION 3]", "[0]".
+//
+// For: the names that every layout prints, and the class and form of an identifier.
+// Not for: contents. The name depends on class and tag number only, never on the form: 30 and 10
+// are both "SEQUENCE".
+//
+//     TagText storage;
+//     tagName(context, triple, header, storage);  // "[128]" for 9F 81 00 ...
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+
+#include "runtime/context.h"
+#include "tlv/header.h"
+#include "tlv/octet_view.h"
+
+namespace zxqtlv {
+
+inline constexpr std::string_view kEndOfContentsName = "END-OF-CONTENTS";
+
+// The standard name of a universal tag number (X.680, 8.4); empty where there is none.
+std::string_view universalTagName(std::int64_t tagNumber);
+
+// Holds a bracketed tag while it is printed.
+using TagText = std::array<char, 48>;
+
+// The name of the tag whose header was read at `triple`: a fixed text, or one written into
+// `storage`, never empty. A view of null means no name: nothing remains, the tag number cannot be
+// read (KX017E has been raised), or a universal 0 is followed by a non-zero octet (KX037E).
+std::string_view tagName(ZxqGlobal& context, OctetView triple, const TripleHeader& header,
+                         TagText& storage);
+
+// The same as a NUL-terminated text from the context's allocate function, to be given back with
+// `freeText`; null for no name, and when memory is exhausted (KX001S has been raised).
+char* formatTagText(ZxqGlobal* context, const std::uint8_t* identifier, std::uint32_t remaining);
+
+// Gives back a text made by the contents services; null is allowed.
+void freeText(ZxqGlobal* context, char* text);
+
+// The class of identifier number `index`, counted from 1 in the order of a depth-first walk of the
+// encoding. `Unknown` when nothing remains, or, after raising KX019E, for an index that the
+// encoding does not have.
+TagClass getTagClass(ZxqGlobal* context, const std::uint8_t* tlv, std::uint32_t remaining,
+                     std::int32_t index);
+
+// Whether the first identifier octet has the constructed bit; false when nothing remains.
+bool isConstructed(const std::uint8_t* tlv, std::uint32_t remaining);
+
+}  // namespace zxqtlv
