@@ -1,0 +1,31 @@
+// What the walkers and the line printers of the hexadecimal and syntax layouts tell each other.
+//
+// For: the common shape of a line printer, so that one walker serves both layouts.
+#pragma once
+
+#include <cstddef>
+
+#include "runtime/context.h"
+#include "tlv/header.h"
+#include "tlv/octet_view.h"
+
+namespace zxqtlv {
+
+struct Line {
+    OctetView triple;
+    const TripleHeader& header;  // read at `triple`
+    std::size_t depth;
+    bool titled;  // first of its level: column titles stand above it
+    bool fixed;   // its first length octet was 00 and is repaired
+};
+
+// Prints the line. Returns true when the walk of this level must stop behind it.
+using LinePrinter = bool (*)(ZxqGlobal& context, const Line& line);
+
+// Whether the triple is indefinite and its contents are empty: 00 00 follows its header at once.
+inline bool isEmptyIndefinite(const Line& line) {
+    return line.header.isIndefinite() &&
+           line.triple.from(line.header.headerOctets).atEndOfContents();
+}
+
+}  // namespace zxqtlv

@@ -1,0 +1,107 @@
+#include "tlv/record_walk.h"
+
+#include "contents/tag_text.h"
+#include "runtime/flags.h"
+#include "runtime/print.h"
+#include "tlv/padding.h"
+#include "tlv/triple_walk.h"
+
+namespace zxqtlv {
+namespace {
+
+class RecordWalk {
+  public:
+    RecordWalk(ZxqGlobal& context, OctetView encoding, LinePrinter printLine)
+        : context_(context), walk_(context, encoding), printLine_(printLine) {}
+
+    std::int32_t run();
+
+  private:
+    bool startRecord();
+    bool printTriple();
+    bool leaveLevel();
+    void printClosing(OctetView octets);
+
+    ZxqGlobal& context_;
+    TripleWalk walk_;
+    const LinePrinter printLine_;
+    long record_ = 0;     // the first is 1
+    bool titled_ = true;  // the next line is the first of its level
+};
+
+std::int32_t RecordWalk::run() {
+    bool inLevel = true;
+    while (inLevel || leaveLevel()) {
+        if (walk_.atEnd() || (walk_.depth() == 0 && !startRecord()) || printTriple()) {
+            if (walk_.depth() == 0) {
+                break;
+            }
+            inLevel = false;
+            continue;
+        }
+        titled_ = walk_.descend();
+        inLevel = titled_ || walk_.advance();
+    }
+    return walk_.triple().remaining;
+}
+
+// At depth 0 only. False when no record follows.
+bool RecordWalk::startRecord() {
+    ++record_;
+    if (const std::int32_t skipped = skipPadding(context_, walk_.triple()); skipped > 0) {
+        walk_.skip(skipped);
+        if (walk_.atEnd()) {
+            return false;
+        }
+    }
+    if (record_ > 1) {
+        PrintBlock& out = printBlock(context_);
+        out.append("\n\nConcatenated record #");
+        out.appendDecimal(record_);
+        out.append(" detected, printing ...\n");
+        titled_ = true;
+    }
+    return true;
+}
+
+// True when the level ends behind the line.
+bool RecordWalk::printTriple() {
+    return printLine_(context_, {walk_.triple(), walk_.header(), walk_.depth(), titled_, false});
+}
+
+// Out of finished levels to the next triple. False when there is none.
+bool RecordWalk::leaveLevel() {
+    titled_ = false;
+    while (walk_.depth() > 0) {
+        const TripleWalk::Closing closing = walk_.ascend();
+        if (closing.indefinite) {
+            printClosing(closing.octets);
+        }
+        if (walk_.advance()) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// What stands behind the contents goes by its name: anything but an end-of-contents pair is left
+// to the search for the next triple.
+void RecordWalk::printClosing(OctetView octets) {
+    TagText storage;
+    const TripleHeader header = readHeader(octets, tagMask(context_));
+    if (tagName(context_, octets, header, storage) != kEndOfContentsName) {
+        return;
+    }
+    PrintBlock& out = printBlock(context_);
+    out.append('\n');
+    out.appendBlanks(2 * walk_.depth());
+    out.append((context_.flags & SyntaxLayout) != 0 ? kEndOfContentsName : "00 00");
+}
+
+}  // namespace
+
+std::int32_t walkRecords(ZxqGlobal& context, OctetView encoding, LinePrinter printLine) {
+    return RecordWalk(context, encoding, printLine).run();
+}
+
+}  // namespace zxqtlv

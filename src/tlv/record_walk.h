@@ -1,0 +1,20 @@
+// The walk of the hexadecimal and the syntax layout over the records of an encoding.
+//
+// For: going through all triples, calling a line printer for each, closing indefinite triples,
+// skipping padding between records and announcing the second and further ones.
+// Not for: the decomposed layout, whose records and closing lines are told otherwise.
+#pragma once
+
+#include <cstdint>
+
+#include "runtime/context.h"
+#include "tlv/line.h"
+#include "tlv/octet_view.h"
+
+namespace zxqtlv {
+
+// Walks the encoding. Returns the octets at its end that were not walked, because the last record
+// could not be.
+std::int32_t walkRecords(ZxqGlobal& context, OctetView encoding, LinePrinter printLine);
+
+}  // namespace zxqtlv

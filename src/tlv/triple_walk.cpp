@@ -1,0 +1,129 @@
+#include "tlv/triple_walk.h"
+
+#include <algorithm>
+
+#include "runtime/flags.h"
+#include "runtime/report.h"
+
+namespace zxqtlv {
+namespace {
+
+// Octets that remain behind the triple.
+std::int32_t octetsBehind(ZxqGlobal& context, EndSearch& search, OctetView triple,
+                          const TripleHeader& header) {
+    if (triple.remaining <= 0) {
+        return 0;
+    }
+    if (header.length == kUnreadable) {
+        reportPrematureEnd(context, triple);
+        return 0;
+    }
+    if (!header.isIndefinite()) {
+        return header.exceeds(triple.remaining)
+                   ? 0
+                   : triple.remaining - header.headerOctets - header.length;
+    }
+    const IndefiniteExtent extent = search.find(triple, header.headerOctets);
+    if (extent.closed) {
+        return triple.remaining - extent.octets;
+    }
+    if (extent.unreadable != nullptr) {
+        const ScopedFlags quiet(context.flags, QuietNonFatal);
+        const auto skipped = static_cast<std::int32_t>(extent.unreadable - triple.position);
+        reportPrematureEnd(context, triple.from(skipped));
+    }
+    kxReportError(&context, kEocNotFound);
+    return 0;
+}
+
+}  // namespace
+
+std::optional<OctetView> contentsOf(ZxqGlobal& context, EndSearch& search, OctetView triple,
+                                    const TripleHeader& header) {
+    if (!header.constructed || header.headerOctets < 1) {
+        return std::nullopt;
+    }
+    const ScopedFlags quiet(context.flags, QuietNonFatal);
+    std::int32_t count =
+        triple.remaining - header.headerOctets - octetsBehind(context, search, triple, header);
+    if (header.isIndefinite()) {
+        count -= 2;
+    }
+    if (count == 0) {
+        return std::nullopt;
+    }
+    return OctetView{triple.position + header.headerOctets, count};
+}
+
+std::optional<OctetView> nextTriple(ZxqGlobal& context, EndSearch& search, OctetView triple,
+                                    const TripleHeader& header) {
+    const std::int32_t behind = octetsBehind(context, search, triple, header);
+    if (behind <= 0) {
+        return std::nullopt;
+    }
+    return triple.from(triple.remaining - behind);
+}
+
+TripleWalk::TripleWalk(ZxqGlobal& context, OctetView encoding)
+    : context_(context),
+      origin_(encoding.position),
+      mask_(tagMask(context)),
+      levels_(context),
+      search_(context, encoding.position) {
+    moveTo(0, std::max(encoding.remaining, 0));
+}
+
+void TripleWalk::moveTo(std::int32_t start, std::int32_t bound) {
+    start_ = start;
+    bound_ = bound;
+    header_ = readHeader(triple(), mask_);
+}
+
+bool TripleWalk::descend() {
+    const std::optional<OctetView> contents = contentsOf(context_, search_, triple(), header_);
+    if (!contents) {
+        return false;
+    }
+    const std::int32_t headerOctets =
+        header_.isIndefinite() ? -header_.headerOctets : header_.headerOctets;
+    if (!levels_.push({start_, bound_, headerOctets})) {
+        kxReportError(&context_, kOutOfMemoryCode);
+        return false;
+    }
+    const std::int32_t start = offsetOf(*contents);
+    moveTo(start, start + contents->remaining);
+    return true;
+}
+
+bool TripleWalk::advance() {
+    const std::optional<OctetView> next = nextTriple(context_, search_, triple(), header_);
+    if (!next) {
+        start_ = bound_;
+        return false;
+    }
+    moveTo(offsetOf(*next), bound_);
+    return true;
+}
+
+TripleWalk::Closing TripleWalk::ascend() {
+    const Level level = levels_.back();
+    levels_.pop();
+    const std::int32_t contentsEnd = bound_;
+    start_ = level.start;
+    bound_ = level.bound;
+    const bool indefinite = level.headerOctets < 0;
+    header_.headerOctets = indefinite ? -level.headerOctets : level.headerOctets;
+    header_.length = indefinite ? kIndefinite : contentsEnd - level.start - header_.headerOctets;
+    return {indefinite, {origin_ + contentsEnd, 2}};
+}
+
+void TripleWalk::skip(std::int32_t octets) {
+    moveTo(start_ + octets, bound_);
+}
+
+void TripleWalk::reread() {
+    search_.forget();
+    header_ = readHeader(triple(), mask_);
+}
+
+}  // namespace zxqtlv
