@@ -1,9 +1,11 @@
 #include "cli/tool_table.h"
 
+#include "codec/built_in_types.h"
+
 namespace zxqtlv {
 
 const ControlTable& toolTable() {
-    static constexpr ControlTable kTable{nullptr, nullptr, kControlTableVersion, 0};
+    static const ControlTable kTable{nullptr, builtInTypes(), kControlTableVersion, 0};
     return kTable;
 }
 

@@ -71,8 +71,8 @@ void printContents(ZxqGlobal& context, PrintBlock& out, const Line& line) {
     std::int64_t digits = 2 * count;
     std::string_view trailer;
     if ((context.flags & NoShort) == 0) {
-        const std::int64_t limit =
-            shortenedLimit(context, kLineRoom - static_cast<std::int64_t>(out.column()));
+        const std::int64_t room = kLineRoom - static_cast<std::int64_t>(out.column());
+        const std::int64_t limit = shortenedLimit(context, room, room);
         if (digits > limit) {
             digits = limit;
             trailer = "...";
@@ -86,7 +86,7 @@ void printContents(ZxqGlobal& context, PrintBlock& out, const Line& line) {
 
 }  // namespace
 
-bool printHexadecimalLine(ZxqGlobal& context, const Line& line) {
+bool printHexadecimalLine(ZxqGlobal& context, ContentsReader& /*reader*/, const Line& line) {
     const TripleHeader& header = line.header;
     if (line.triple.position[0] == 0) {
         kxReportError(&context, kTagOfZero);

@@ -15,6 +15,6 @@ namespace zxqtlv {
 // A line starts with a line feed. A faulty one starts without, behind its message, shows "?" and
 // ends its level; a faulty constructed triple shows its contents like a primitive one. Raises
 // KX073E, KX017E, KX038E and KX035E.
-bool printHexadecimalLine(ZxqGlobal& context, const Line& line);
+bool printHexadecimalLine(ZxqGlobal& context, ContentsReader& reader, const Line& line);
 
 }  // namespace zxqtlv

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 
+#include "contents/contents_text.h"
 #include "runtime/context.h"
 #include "tlv/header.h"
 #include "tlv/octet_view.h"
@@ -20,7 +21,7 @@ struct Line {
 };
 
 // Prints the line. Returns true when the walk of this level must stop behind it.
-using LinePrinter = bool (*)(ZxqGlobal& context, const Line& line);
+using LinePrinter = bool (*)(ZxqGlobal& context, ContentsReader& reader, const Line& line);
 
 // Whether the triple is indefinite and its contents are empty: 00 00 follows its header at once.
 inline bool isEmptyIndefinite(const Line& line) {

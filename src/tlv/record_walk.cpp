@@ -1,5 +1,6 @@
 #include "tlv/record_walk.h"
 
+#include "contents/contents_text.h"
 #include "contents/tag_text.h"
 #include "runtime/flags.h"
 #include "runtime/print.h"
@@ -12,7 +13,10 @@ namespace {
 class RecordWalk {
   public:
     RecordWalk(ZxqGlobal& context, OctetView encoding, LinePrinter printLine)
-        : context_(context), walk_(context, encoding), printLine_(printLine) {}
+        : context_(context),
+          walk_(context, encoding),
+          reader_(context, walk_.search()),
+          printLine_(printLine) {}
 
     std::int32_t run();
 
@@ -24,6 +28,7 @@ class RecordWalk {
 
     ZxqGlobal& context_;
     TripleWalk walk_;
+    ContentsReader reader_;
     const LinePrinter printLine_;
     long record_ = 0;     // the first is 1
     bool titled_ = true;  // the next line is the first of its level
@@ -66,7 +71,8 @@ bool RecordWalk::startRecord() {
 
 // True when the level ends behind the line.
 bool RecordWalk::printTriple() {
-    return printLine_(context_, {walk_.triple(), walk_.header(), walk_.depth(), titled_, false});
+    return printLine_(context_, reader_,
+                      {walk_.triple(), walk_.header(), walk_.depth(), titled_, false});
 }
 
 // Out of finished levels to the next triple. False when there is none.
