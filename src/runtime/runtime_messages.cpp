@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "runtime/flags.h"
+#include "runtime/hex_dump.h"
 #include "runtime/memory.h"
 #include "runtime/print.h"
 #include "runtime/runtime_message_table.h"
@@ -15,7 +16,6 @@
 namespace zxqtlv {
 namespace {
 
-constexpr std::uint32_t kTraceMessages = 0x40;
 constexpr std::size_t kEndSize = 3;  // ".\n" and its terminator
 
 struct ReturnCodeText {

@@ -24,12 +24,14 @@ struct CurrentBuffer {
 
 using VprintHook = int (*)(ZxqGlobal* context, const char* format, std::va_list arguments);
 using TableTermHook = void (*)(ZxqGlobal* context);
+using DumpFunction = void (*)(ZxqGlobal* context, const std::uint8_t* data, std::int32_t length);
 
 struct RuntimePrivate {
     std::uint32_t lastError;  // the last KX code raised
     VprintHook vprintHook;    // takes precedence over every other way to print
     TableTermHook tableTermHook;
     std::uint16_t tableFlags;
+    DumpFunction dumpFunction;  // prints encodings while tracing is on
     std::uint32_t traceLevel;
     std::int32_t initStatus;           // left by the table's initialisation
     std::array<void*, 4> ownedBlocks;  // from allocate; released by `zxqterm`
