@@ -4,6 +4,7 @@
 
 #include "cli/failure.h"
 #include "cli/file.h"
+#include "cli/fix_outcome.h"
 #include "cli/layouts.h"
 #include "cli/loader.h"
 #include "cli/options.h"
@@ -69,6 +70,10 @@ void DriverRun::list() {
         fail(context_, kMissingInput);
     }
     openOutput();
+    if ((context_.flags & FixEncoding) != 0) {
+        status_ = fixAndReport(context_, line_.inputName, line_.fixedName);
+        return;
+    }
     if (const std::uint32_t code = load(); code != 0) {
         status_ = static_cast<std::int32_t>(code);
         reportLoading(code);

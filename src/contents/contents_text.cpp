@@ -8,6 +8,7 @@
 #include "contents/character_text.h"
 #include "contents/number_text.h"
 #include "runtime/flags.h"
+#include "runtime/hex_dump.h"
 #include "runtime/memory.h"
 #include "runtime/report.h"
 #include "tlv/triple_walk.h"
@@ -120,6 +121,9 @@ bool ContentsReader::isCheckedSegment(OctetView triple, const TripleHeader& head
 
 std::uint32_t ContentsReader::decode(const BuiltInType& type, OctetView triple,
                                      const TripleHeader& header, Contents& contents) {
+    traceEncoding(context_, triple.position,
+                  header.isIndefinite() ? triple.remaining
+                                        : header.headerOctets + header.clamped(triple.remaining));
     StringContents string{};
     if (header.constructed) {
         if (isCheckedSegment(triple, header)) {

@@ -26,6 +26,28 @@ EndSearch::EndSearch(ZxqGlobal& context, const std::uint8_t* origin)
       triples_(context),
       tail_(context) {}
 
+// Only the row that the header stands on runs through it; the rows below step over the definite
+// triple that holds them both.
+void EndSearch::octetsChanged(const std::uint8_t* position) {
+    const auto changed = static_cast<std::int32_t>(position - origin_);
+    dropRowsWithout(changed);
+    if (rows_.empty()) {
+        return;
+    }
+    Row& row = rows_.back();
+    row.changedAt = row.changedAt == kNone ? changed : std::min(row.changedAt, changed);
+    row.end = row.bound;  // for all that is known now
+}
+
+bool EndSearch::repeatTopRow() {
+    const Row row = rows_.back();
+    rows_.pop();
+    triples_.truncate(row.firstTriple);
+    tail_.truncate(row.firstTail);
+    const TripleHeader header = readHeader(at(row.start, row.bound), mask_);
+    return addRow(row.start, header.headerOctets, row.bound);
+}
+
 void EndSearch::forget() {
     rows_.truncate(0);
     triples_.truncate(0);
@@ -36,9 +58,13 @@ IndefiniteExtent EndSearch::find(OctetView triple, std::int32_t headerOctets) {
     const auto start = static_cast<std::int32_t>(triple.position - origin_);
     const std::int32_t bound = start + triple.remaining;
     dropRowsWithout(start);
-    const Indefinite* found = onTopRow(start);
+    const bool changed = !rows_.empty() && rows_.back().changedAt != kNone;
+    // A triple behind a change gets a row of its own; one around it needs the whole row again.
+    const bool isBehind = changed && start > rows_.back().changedAt;
+    const bool repeated = !changed || isBehind || repeatTopRow();
+    const Indefinite* found = isBehind || !repeated ? nullptr : onTopRow(start);
     if (found == nullptr) {
-        if (!addRow(start, headerOctets, bound)) {
+        if (!repeated || !addRow(start, headerOctets, bound)) {
             forget();
             kxReportError(&context_, kOutOfMemoryCode);
             return {false, 0, nullptr};
@@ -87,7 +113,7 @@ const EndSearch::Indefinite* EndSearch::onTopRow(std::int32_t start) {
 
 // The one pass: a row of headers with a counter of the triples that are open.
 bool EndSearch::addRow(std::int32_t start, std::int32_t headerOctets, std::int32_t bound) {
-    Row row{start, bound, bound, kNone, 1, kNone, triples_.size(), tail_.size()};
+    Row row{start, bound, bound, kNone, 1, kNone, kNone, triples_.size(), tail_.size()};
     if (!triples_.push({start, enclosingToEnd(-1)})) {
         return false;
     }

@@ -39,8 +39,9 @@ class EndSearch {
     // inside the remaining octets. Raises KX001S when memory is exhausted, and then finds nothing.
     IndefiniteExtent find(OctetView triple, std::int32_t headerOctets);
 
-    // Drops what is known; to be called when octets of the buffer changed.
-    void forget();
+    // Octets of a header at `position` were changed: what is known of the triples around it must
+    // be found out anew.
+    void octetsChanged(const std::uint8_t* position);
 
   private:
     // An indefinite triple on a row. While no end is known, `end` is negative and leads to the
@@ -56,6 +57,7 @@ class EndSearch {
         std::int32_t unreadable;  // the header that ended the pass, or kNone
         std::int32_t deepest;     // levels
         std::int32_t tailStart;   // lowest bound that the tail answers for, or kNone
+        std::int32_t changedAt;   // from here on the row is no longer true, or kNone
         std::size_t firstTriple;  // in triples_
         std::size_t firstTail;    // in tail_
     };
@@ -63,6 +65,8 @@ class EndSearch {
 
     void dropRowsWithout(std::int32_t position);
     const Indefinite* onTopRow(std::int32_t start);
+    bool repeatTopRow();
+    void forget();
     bool addRow(std::int32_t start, std::int32_t headerOctets, std::int32_t bound);
     std::int32_t unreadableBefore(Row& row, std::int32_t start, std::int32_t bound);
     bool recordTail(Row& row);

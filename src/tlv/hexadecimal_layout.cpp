@@ -31,7 +31,11 @@ class RegisteredBuffer {
 
 void printHexadecimal(ZxqGlobal& context, EncodedBuffer& buffer) {
     const RegisteredBuffer registered(context, buffer);
-    walkRecords(context, buffer.view(), &printHexadecimalLine);
+    const std::int32_t left = walkRecords(context, buffer, &printHexadecimalLine);
+    // What a repair could not walk does not go into the repaired encoding.
+    if ((context.flags & FixEncoding) != 0 && context.runtimePrivate->fixupCount == 0) {
+        buffer.length -= left;
+    }
     printBlock(context).handOver();
 }
 

@@ -10,7 +10,8 @@
 namespace zxqtlv {
 
 // Lists the buffer. While TrapEnabled is set, the buffer is registered for the report of a
-// premature end as long as the walk lasts.
+// premature end as long as the walk lasts. While FixEncoding is set, long-form lengths are repaired
+// in the buffer; a walk without a repair takes the octets that it could not walk off its length.
 void printHexadecimal(ZxqGlobal& context, EncodedBuffer& buffer);
 
 }  // namespace zxqtlv

@@ -4,6 +4,8 @@
 #include "contents/tag_text.h"
 #include "runtime/flags.h"
 #include "runtime/print.h"
+#include "runtime/runtime_private.h"
+#include "tlv/long_form_recovery.h"
 #include "tlv/padding.h"
 #include "tlv/triple_walk.h"
 
@@ -12,9 +14,10 @@ namespace {
 
 class RecordWalk {
   public:
-    RecordWalk(ZxqGlobal& context, OctetView encoding, LinePrinter printLine)
+    RecordWalk(ZxqGlobal& context, EncodedBuffer& buffer, LinePrinter printLine)
         : context_(context),
-          walk_(context, encoding),
+          buffer_(buffer),
+          walk_(context, buffer.view()),
           reader_(context, walk_.search()),
           printLine_(printLine) {}
 
@@ -26,7 +29,10 @@ class RecordWalk {
     bool leaveLevel();
     void printClosing(OctetView octets);
 
+    bool fixing() const { return (context_.flags & FixEncoding) != 0; }
+
     ZxqGlobal& context_;
+    EncodedBuffer& buffer_;
     TripleWalk walk_;
     ContentsReader reader_;
     const LinePrinter printLine_;
@@ -53,6 +59,9 @@ std::int32_t RecordWalk::run() {
 // At depth 0 only. False when no record follows.
 bool RecordWalk::startRecord() {
     ++record_;
+    if (fixing() && walk_.triple().remaining <= context_.runtimePrivate->stopPoint) {
+        return false;
+    }
     if (const std::int32_t skipped = skipPadding(context_, walk_.triple()); skipped > 0) {
         walk_.skip(skipped);
         if (walk_.atEnd()) {
@@ -71,8 +80,9 @@ bool RecordWalk::startRecord() {
 
 // True when the level ends behind the line.
 bool RecordWalk::printTriple() {
+    const bool fixed = fixing() && recoverLongForm(context_, walk_, buffer_);
     return printLine_(context_, reader_,
-                      {walk_.triple(), walk_.header(), walk_.depth(), titled_, false});
+                      {walk_.triple(), walk_.header(), walk_.depth(), titled_, fixed});
 }
 
 // Out of finished levels to the next triple. False when there is none.
@@ -106,8 +116,8 @@ void RecordWalk::printClosing(OctetView octets) {
 
 }  // namespace
 
-std::int32_t walkRecords(ZxqGlobal& context, OctetView encoding, LinePrinter printLine) {
-    return RecordWalk(context, encoding, printLine).run();
+std::int32_t walkRecords(ZxqGlobal& context, EncodedBuffer& buffer, LinePrinter printLine) {
+    return RecordWalk(context, buffer, printLine).run();
 }
 
 }  // namespace zxqtlv

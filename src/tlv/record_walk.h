@@ -13,8 +13,9 @@
 
 namespace zxqtlv {
 
-// Walks the encoding. Returns the octets at its end that were not walked, because the last record
-// could not be.
-std::int32_t walkRecords(ZxqGlobal& context, OctetView encoding, LinePrinter printLine);
+// Walks the buffer. While FixEncoding is set, repairs long-form lengths in it, and starts no record
+// where no more octets are left than the stop point says. Returns the octets at the end that were
+// not walked.
+std::int32_t walkRecords(ZxqGlobal& context, EncodedBuffer& buffer, LinePrinter printLine);
 
 }  // namespace zxqtlv

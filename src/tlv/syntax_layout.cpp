@@ -9,7 +9,7 @@ namespace zxqtlv {
 
 void printSyntax(ZxqGlobal& context, EncodedBuffer& buffer) {
     const ScopedFlags syntax(context.flags, SyntaxLayout);
-    walkRecords(context, buffer.view(), &printSyntaxLine);
+    walkRecords(context, buffer, &printSyntaxLine);
     printBlock(context).handOver();
 }
 

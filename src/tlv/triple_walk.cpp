@@ -122,7 +122,7 @@ void TripleWalk::skip(std::int32_t octets) {
 }
 
 void TripleWalk::reread() {
-    search_.forget();
+    search_.octetsChanged(origin_ + start_);
     header_ = readHeader(triple(), mask_);
 }
 
