@@ -1,0 +1,48 @@
+# Installs Debian packages for commands or files that are missing. Sourced by the other scripts.
+# Quiet when nothing is missing.
+
+missing_packages=()
+
+# need_command COMMAND PACKAGE
+need_command() {
+    command -v "$1" >/dev/null 2>&1 || missing_packages+=("$2")
+}
+
+# need_file FILE PACKAGE
+need_file() {
+    [ -e "$1" ] || missing_packages+=("$2")
+}
+
+install_missing() {
+    [ ${#missing_packages[@]} -eq 0 ] && return 0
+    local as_root=()
+    if [ "$(id -u)" -ne 0 ]; then
+        as_root=(sudo)
+    fi
+    echo "Installing: ${missing_packages[*]}" >&2
+    # A list of packages that is years old still names versions that are gone.
+    "${as_root[@]}" apt-get update -qq >&2
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y -qq --no-install-recommends "${missing_packages[@]}" >&2
+    missing_packages=()
+}
+
+need_build_tools() {
+    need_command g++ g++
+    need_command cmake cmake
+    need_command ninja ninja-build
+}
+
+# build PRESET [CMAKE OPTION...]: configures and builds, and prints only what went wrong.
+build() {
+    local preset=$1 log
+    shift
+    log=$(mktemp)
+    if ! cmake --preset "$preset" "$@" >"$log" 2>&1 ||
+        ! cmake --build --preset "$preset" -- --quiet >>"$log" 2>&1; then
+        cat "$log" >&2
+        rm -f "$log"
+        return 1
+    fi
+    rm -f "$log"
+}
