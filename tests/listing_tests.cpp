@@ -32,6 +32,7 @@ class ListingTest : public testing::Test {
         EXPECT_EQ(withoutBanner(result.output), case_.output);
         EXPECT_EQ(result.errors, "");
         for (const auto& [name, content] : case_.files) {
+            EXPECT_TRUE(std::filesystem::is_regular_file(folder / name)) << name;
             EXPECT_EQ(readFile(folder / name), content) << "in the file " << name;
         }
         for (const std::string& name : case_.absent) {

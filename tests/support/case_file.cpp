@@ -66,12 +66,16 @@ void CaseReader::readLine() {
         *lines_ += line_.substr(1) + "\n";
     } else if (take("args:")) {
         current.arguments = words(value_);
+    } else if (take("arg:")) {
+        current.arguments.push_back(value_);
     } else if (take("input:")) {
         current.input = current.input.value_or("") + octetsFromHex(value_);
     } else if (take("text:")) {
         current.input = current.input.value_or("") + value_ + "\n";
     } else if (take("stdin:")) {
         current.standardInput += value_ + "\n";
+    } else if (take("stdin-end:")) {
+        current.standardInput += value_;
     } else if (take("status:")) {
         current.status = std::stoi(value_);
     } else if (take("output")) {

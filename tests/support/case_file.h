@@ -4,9 +4,11 @@
 //
 //     case: What the case shows, as a rule
 //     args: -noshort in          default: in
+//     arg: a name with blanks    one more argument, as it stands; may be repeated
 //     input: 30 03 02 01 05      the file "in"; 41*600 stands for 600 times 41; may be repeated
 //     text: 30 03 02 01 05       a line of the file "in", as it stands; may be repeated
 //     stdin: in                  a line on standard input
+//     stdin-end: in              characters on standard input without a line feed behind them
 //     status: 17                 default: 0
 //     |                          a line of the output behind the banner, as it stands
 //     output NAME                the lines that follow are those of the file NAME
