@@ -144,16 +144,12 @@ const BuiltInType* builtInTypes() {
     return kTypes;
 }
 
-const BuiltInType* findBuiltInType(const ControlTable& table, std::int64_t universalTag,
-                                   std::int32_t contentsOctets) {
+BuiltInTypeIndex::BuiltInTypeIndex(const ControlTable& table) {
     const BuiltInType* row = table.builtInTypes;
-    for (; row != nullptr && row->name != nullptr && row->universalTag <= universalTag; ++row) {
-        if (row->universalTag == universalTag &&
-            (row->longest == kAnyLength || contentsOctets <= row->longest)) {
-            return row;
-        }
+    for (; row != nullptr && row->name != nullptr; ++row) {
+        const BuiltInType*& first = rows_[row->universalTag];
+        first = first == nullptr ? row : first;
     }
-    return nullptr;
 }
 
 }  // namespace zxqtlv

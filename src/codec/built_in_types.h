@@ -3,10 +3,12 @@
 // For: finding the row of a universal tag and decoding contents octets with it.
 // Not for: text of the values (contents/), or messages; decoding is silent.
 //
-//     const BuiltInType* type = findBuiltInType(table, 5, 0);
-//     decodeTriple(context, *type, triple, header, value);
+//     const BuiltInType* type = BuiltInTypeIndex(table).find(5, 0);  // "KXAPI-NULL"
+//     type->decode(contents, value);
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 
 #include "codec/segments.h"
@@ -33,8 +35,23 @@ struct BuiltInType {
 // The rows that the tool's control table holds, in the order of their tags; the last has no name.
 const BuiltInType* builtInTypes();
 
-// The row for a universal tag and that many contents octets; null where no type interprets it.
-const BuiltInType* findBuiltInType(const ControlTable& table, std::int64_t universalTag,
-                                   std::int32_t contentsOctets);
+// The rows of a table by their tags, for one look-up per triple.
+class BuiltInTypeIndex {
+  public:
+    explicit BuiltInTypeIndex(const ControlTable& table);
+
+    // The row for a universal tag and that many contents octets; null where no type interprets it.
+    const BuiltInType* find(std::int64_t universalTag, std::int32_t contentsOctets) const {
+        if (universalTag < 0 || universalTag >= static_cast<std::int64_t>(rows_.size())) {
+            return nullptr;
+        }
+        const BuiltInType* const row = rows_[static_cast<std::size_t>(universalTag)];
+        // A row that does not take that many octets is followed by one of the same tag that does.
+        return row != nullptr && row->longest >= 0 && contentsOctets > row->longest ? row + 1 : row;
+    }
+
+  private:
+    std::array<const BuiltInType*, 37> rows_{};
+};
 
 }  // namespace zxqtlv

@@ -78,38 +78,44 @@ char* allocateText(ZxqGlobal& context, std::size_t size) {
 
 }  // namespace
 
-Contents ContentsReader::read(OctetView triple, const TripleHeader& header) {
-    Contents contents;
+ContentsReader::ContentsReader(ZxqGlobal& context, EndSearch& search)
+    : context_(context), search_(search), types_(*context.controlTable) {}
+
+const Contents& ContentsReader::read(OctetView triple, const TripleHeader& header) {
+    contents_.present = false;
+    contents_.invalid = false;
+    contents_.decoded = false;
     if (triple.remaining <= 0) {
         kxReportError(&context_, kPrematureEnd);
-        return contents;
+        return contents_;
     }
     if (!header.fits(triple.remaining)) {
-        return contents;
+        return contents_;
     }
     std::uint32_t noted = kSound;
-    if (header.tagClass == TagClass::Universal) {
-        const BuiltInType* const type =
-            findBuiltInType(*context_.controlTable, header.tagNumber, header.length);
-        if (type != nullptr) {
-            noted = decode(*type, triple, header, contents);
-            if (noted == kSound) {
-                contents.present = true;
-                contents.decoded = true;
-                return contents;
-            }
+    if (const BuiltInType* const type = typeOf(header); type != nullptr) {
+        noted = decode(*type, triple, header);
+        if (noted == kSound) {
+            contents_.present = true;
+            contents_.decoded = true;
+            return contents_;
         }
     }
     if (noted == kOutOfMemoryCode) {
         kxReportError(&context_, kOutOfMemoryCode);
-        return contents;
+        return contents_;
     }
-    if (const std::uint32_t fault = readOctets(triple, header, contents.octets); fault != kSound) {
+    if (const std::uint32_t fault = readOctets(triple, header, contents_.octets); fault != kSound) {
         noted = fault;
     }
-    contents.present = contents.octets.remaining > 0;
-    contents.invalid = noted != kSound;
-    return contents;
+    contents_.present = contents_.octets.remaining > 0;
+    contents_.invalid = noted != kSound;
+    return contents_;
+}
+
+const BuiltInType* ContentsReader::typeOf(const TripleHeader& header) const {
+    return header.tagClass == TagClass::Universal ? types_.find(header.tagNumber, header.length)
+                                                  : nullptr;
 }
 
 // Whether the triple lies in a string whose segments have all been checked, as one of them.
@@ -120,7 +126,7 @@ bool ContentsReader::isCheckedSegment(OctetView triple, const TripleHeader& head
 }
 
 std::uint32_t ContentsReader::decode(const BuiltInType& type, OctetView triple,
-                                     const TripleHeader& header, Contents& contents) {
+                                     const TripleHeader& header) {
     traceEncoding(context_, triple.position,
                   header.isIndefinite() ? triple.remaining
                                         : header.headerOctets + header.clamped(triple.remaining));
@@ -141,12 +147,12 @@ std::uint32_t ContentsReader::decode(const BuiltInType& type, OctetView triple,
         }
         string = *primitive;
     }
-    if (!type.decode(string, contents.value)) {
+    if (!type.decode(string, contents_.value)) {
         return kContentsMisencoded;
     }
-    if (const auto* const time = std::get_if<TimeValue>(&contents.value); time != nullptr) {
+    if (const auto* const time = std::get_if<TimeValue>(&contents_.value); time != nullptr) {
         const std::uint32_t code =
-            formatTimeText(time->time, contents.timeText.data(), time->utcTime);
+            formatTimeText(time->time, contents_.timeText.data(), time->utcTime);
         if (code != kSound) {
             return code;
         }
@@ -204,8 +210,8 @@ char* formatContentsText(ZxqGlobal* context, const std::uint8_t* tlv, std::int32
     }
     const OctetView triple{tlv, remaining};
     EndSearch search(*context, tlv);
-    const Contents contents =
-        ContentsReader(*context, search).read(triple, readHeader(triple, tagMask(*context)));
+    ContentsReader reader(*context, search);
+    const Contents& contents = reader.read(triple, readHeader(triple, tagMask(*context)));
     if (contents.invalid) {
         context->flags |= InvalidContents;
     }

@@ -31,28 +31,30 @@ struct Contents {
     bool decoded = false;  // `value` holds them, else `octets` does
     DecodedValue value;
     OctetView octets{nullptr, 0};
-    std::array<char, kTimeText> timeText{};  // of a time value, NUL-terminated
+    std::array<char, kTimeText> timeText;  // of a time value, NUL-terminated
 };
 
 class ContentsReader {
   public:
     // `search` belongs to the walk over the same encoding.
-    ContentsReader(ZxqGlobal& context, EndSearch& search) : context_(context), search_(search) {}
+    ContentsReader(ZxqGlobal& context, EndSearch& search);
 
     // The contents of the triple whose header was read at `triple`. Neither present nor invalid
     // where nothing remains (KX017E has been raised), where the header does not fit, and where
     // memory is exhausted (KX001S has been raised). An unreadable header inside an indefinite
-    // triple is fatal (KX017E, silent).
-    Contents read(OctetView triple, const TripleHeader& header);
+    // triple is fatal (KX017E, silent). What comes back is good until the next call.
+    const Contents& read(OctetView triple, const TripleHeader& header);
 
   private:
-    std::uint32_t decode(const BuiltInType& type, OctetView triple, const TripleHeader& header,
-                         Contents& contents);
+    std::uint32_t decode(const BuiltInType& type, OctetView triple, const TripleHeader& header);
+    const BuiltInType* typeOf(const TripleHeader& header) const;
     std::uint32_t readOctets(OctetView triple, const TripleHeader& header, OctetView& octets);
     bool isCheckedSegment(OctetView triple, const TripleHeader& header) const;
 
     ZxqGlobal& context_;
     EndSearch& search_;
+    Contents contents_;
+    BuiltInTypeIndex types_;
     // Segments of the last constructed string found valid; those inside it are valid with it.
     OctetView checked_{nullptr, 0};
     SegmentTag checkedTag_ = SegmentTag::None;

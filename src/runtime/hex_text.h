@@ -27,6 +27,16 @@ inline constexpr auto kHexPairs = [] {
     return pairs;
 }();
 
+// The numbers from 0 to 99 as two digits each.
+inline constexpr auto kDecimalPairs = [] {
+    std::array<char, 200> pairs{};
+    for (std::size_t number = 0; number < 100; ++number) {
+        pairs[2 * number] = static_cast<char>('0' + number / 10);
+        pairs[2 * number + 1] = static_cast<char>('0' + number % 10);
+    }
+    return pairs;
+}();
+
 // Two upper-case digits.
 inline char* writeHexPair(char* out, std::uint8_t octet) {
     std::memcpy(out, &kHexPairs[2U * octet], 2);
@@ -43,16 +53,47 @@ inline char* writeHexPairs(char* out, const std::uint8_t* octets, std::size_t co
 
 // Decimal digits with a sign where negative; at most 20 characters.
 inline char* writeDecimal(char* out, std::int64_t value) {
+    // Nearly every number of a listing has one or two digits.
     if (value >= 0 && value < 10) {
         *out = static_cast<char>('0' + value);
         return out + 1;
     }
+    if (value >= 0 && value < 100) {
+        std::memcpy(out, &kDecimalPairs[2 * static_cast<std::size_t>(value)], 2);
+        return out + 2;
+    }
     return std::to_chars(out, out + 20, value).ptr;
+}
+
+// Decimal digits of a number from 0, with blanks in front up to `width` (at most 8) characters.
+inline char* writePadded(char* out, std::int64_t value, std::size_t width) {
+    if (value < 100) {
+        std::memset(out, ' ', 8);
+        char* const end = out + width;
+        std::memcpy(end - 2, &kDecimalPairs[2 * static_cast<std::size_t>(value)], 2);
+        if (value < 10) {
+            end[-2] = ' ';
+        }
+        return end;
+    }
+    char digits[20];
+    const auto count = static_cast<std::size_t>(writeDecimal(digits, value) - digits);
+    const std::size_t blanks = count < width ? width - count : 0;
+    std::memset(out, ' ', 8);
+    std::memcpy(out + blanks, digits, sizeof digits);
+    return out + blanks + count;
 }
 
 // Lower-case hexadecimal digits without leading zeros; at most 8 characters.
 inline char* writeLowerHex(char* out, std::uint32_t value) {
     return std::to_chars(out, out + 8, value, 16).ptr;
+}
+
+// A text whose length the compiler knows.
+template <std::size_t Size>
+char* writeText(char* out, const char (&text)[Size]) {
+    std::memcpy(out, text, Size - 1);
+    return out + Size - 1;
 }
 
 }  // namespace zxqtlv

@@ -16,7 +16,7 @@ void PrintBlock::handOver() {
     zxqprint(owner_, "%s", text_.data());
 }
 
-void PrintBlock::appendBlanks(std::size_t count) {
+void PrintBlock::appendManyBlanks(std::size_t count) {
     while (count > 0) {
         const std::size_t piece = std::min(count, kCapacity);
         char* out = reserve(piece);
@@ -24,15 +24,6 @@ void PrintBlock::appendBlanks(std::size_t count) {
         commit(out + piece);
         count -= piece;
     }
-}
-
-void PrintBlock::appendPadded(std::int64_t value, std::size_t width) {
-    char digits[20];
-    const auto count = static_cast<std::size_t>(writeDecimal(digits, value) - digits);
-    if (count < width) {
-        appendBlanks(width - count);
-    }
-    append(std::string_view(digits, count));
 }
 
 void PrintBlock::appendLong(std::string_view text) {

@@ -59,7 +59,15 @@ class PrintBlock {
         std::memcpy(out, text.data(), text.size());
         commit(out + text.size());
     }
-    void appendBlanks(std::size_t count);
+    void appendBlanks(std::size_t count) {
+        if (count > kShort) {
+            appendManyBlanks(count);
+            return;
+        }
+        char* out = reserve(kShort);
+        std::memset(out, ' ', count);
+        commit(out + count);
+    }
     // Two upper-case digits for each of `count` octets.
     void appendHex(const std::uint8_t* octets, std::size_t count) {
         if (count > kShort) {
@@ -69,8 +77,6 @@ class PrintBlock {
         commit(writeHexPairs(reserve(2 * count), octets, count));
     }
     void appendDecimal(std::int64_t value) { commit(writeDecimal(reserve(20), value)); }
-    // Decimal, with blanks in front up to `width` characters.
-    void appendPadded(std::int64_t value, std::size_t width);
     void appendLowerHex(std::uint32_t value) { commit(writeLowerHex(reserve(8), value)); }
 
     // A row starts at the next character: the column counts from here.
@@ -81,6 +87,7 @@ class PrintBlock {
   private:
     static constexpr std::size_t kShort = 256;
 
+    void appendManyBlanks(std::size_t count);
     void appendLong(std::string_view text);
     void appendLongHex(const std::uint8_t* octets, std::size_t count);
 

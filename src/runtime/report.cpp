@@ -1,5 +1,7 @@
 #include "runtime/report.h"
 
+#include <exception>
+
 #include "runtime/flags.h"
 #include "runtime/runtime_private.h"
 #include "runtime/trap.h"
@@ -63,7 +65,10 @@ std::uint32_t kxReportError(ZxqGlobal* context, std::uint32_t code, std::uintptr
         context->messageHook(context, code, detail1, detail2);
     }
     const bool unwinds = codeClass == CodeClass::Internal || codeClass == CodeClass::FatalInput;
-    if (unwinds && (context->flags & TrapEnabled) != 0 && context->jumpBuffer != nullptr) {
+    // A failure on its way to its guard is the first one; what fails while it cleans up is not.
+    const bool alreadyUnwinding = std::uncaught_exceptions() > 0;
+    if (unwinds && !alreadyUnwinding && (context->flags & TrapEnabled) != 0 &&
+        context->jumpBuffer != nullptr) {
         throw TrapFailure{static_cast<std::int32_t>(code)};
     }
     return code;

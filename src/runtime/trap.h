@@ -15,7 +15,6 @@
 #include <csetjmp>
 #include <csignal>
 #include <cstdint>
-#include <type_traits>
 
 #include "runtime/context.h"
 
@@ -59,9 +58,8 @@ class TrapGuard {
     // been printed and no guard of this object is armed any more. Where this guard is not the one
     // to take failures they pass through as exceptions.
     template <typename Work>
-    std::int32_t run(Work&& work) {
-        return runErased(
-            [](void* object) { (*static_cast<std::remove_reference_t<Work>*>(object))(); }, &work);
+    std::int32_t run(Work work) {
+        return runErased([](void* object) { (*static_cast<Work*>(object))(); }, &work);
     }
 
   private:

@@ -1,8 +1,11 @@
 #include "tlv/decomposed_line.h"
 
+#include <algorithm>
+#include <cstring>
 #include <string_view>
 
 #include "contents/tag_text.h"
+#include "runtime/hex_text.h"
 #include "runtime/print.h"
 #include "runtime/report.h"
 #include "tlv/contents_field.h"
@@ -10,48 +13,48 @@
 namespace zxqtlv {
 namespace {
 
-constexpr std::size_t kNameColumn = 18;  // characters of the name with a blank, at least
+constexpr std::size_t kNameField = 17;  // characters, at least
+// Characters of all fields of a line but its contents, at most.
+constexpr std::size_t kFieldsRoom = 160;
 
-void printPosition(PrintBlock& out, const DecomposedLine& line) {
-    out.appendPadded(line.offset, 3);
-    out.append(":d=");
-    out.appendPadded(static_cast<std::int64_t>(line.depth), 2);
+char* writePosition(char* out, const DecomposedLine& line) {
+    out = writePadded(out, line.offset, 3);
+    out = writeText(out, ":d=");
+    return writePadded(out, static_cast<std::int64_t>(line.depth), 2);
 }
 
 // The header and its length octets cannot both be read.
 void printUnreadable(PrintBlock& out, const DecomposedLine& line) {
-    printPosition(out, line);
-    out.append(" hl=");
+    char* end = writePosition(out.reserve(kFieldsRoom), line);
+    end = writeText(end, " hl=");
     if (line.header.headerOctets != kUnreadable) {
-        out.appendDecimal(line.header.headerOctets);
-        out.append(" l=");
+        end = writeDecimal(end, line.header.headerOctets);
+        end = writeText(end, " l=");
     }
-    out.append(" ???");
+    out.commit(writeText(end, " ???"));
 }
 
-void printLengths(PrintBlock& out, const DecomposedLine& line) {
-    printPosition(out, line);
-    out.append(" hl=");
-    out.appendDecimal(line.header.headerOctets);
+void printFields(PrintBlock& out, const DecomposedLine& line, std::string_view name, bool filled) {
+    char* end = writePosition(out.reserve(kFieldsRoom), line);
+    end = writeText(end, " hl=");
+    end = writeDecimal(end, line.header.headerOctets);
     if (line.header.isIndefinite()) {
-        out.append(" l=-128");
+        end = writeText(end, " l=-128");
     } else {
-        out.append(" l=");
-        out.appendPadded(line.header.clamped(line.triple.remaining), 4);
+        end = writeText(end, " l=");
+        end = writePadded(end, line.header.clamped(line.triple.remaining), 4);
     }
-    out.append(line.header.constructed ? " cons: " : " prim: ");
+    end = line.header.constructed ? writeText(end, " cons: ") : writeText(end, " prim: ");
+    std::memset(end, ' ', kNameField);
+    std::memcpy(end, name.data(), name.size());
+    out.commit(end + (filled ? std::max(name.size(), kNameField) : name.size()));
 }
 
 // Returns true when the contents are invalid: they are shown, and the triple is not entered.
-bool printContents(ZxqGlobal& context, ContentsReader& reader, const DecomposedLine& line,
-                   std::size_t nameLength) {
-    PrintBlock& out = printBlock(context);
-    if (nameLength + 1 < kNameColumn) {
-        out.appendBlanks(kNameColumn - nameLength - 1);
-    }
-    const Contents contents = reader.read(line.triple, line.header);
+bool printContents(ZxqGlobal& context, ContentsReader& reader, const DecomposedLine& line) {
+    const Contents& contents = reader.read(line.triple, line.header);
     if (contents.present && (!line.header.constructed || contents.invalid)) {
-        out.append(':');
+        printBlock(context).append(':');
         printContentsText(context, contents, line.header);
     }
     return contents.invalid;
@@ -88,16 +91,13 @@ bool printDecomposedLine(ZxqGlobal& context, ContentsReader& reader, const Decom
     }
     out.append('\n');
     out.startRow();
-    printLengths(out, line);
-    out.append(name);
-    if (line.header.isIndefinite() && line.triple.from(header).atEndOfContents()) {
+    const bool empty = line.header.isIndefinite() && line.triple.from(header).atEndOfContents();
+    const bool hasContents = !empty && !unknown && name != kEndOfContentsName;
+    printFields(out, line, name, hasContents);
+    if (empty) {
         printClosingPair(context, reader, line);
-        return false;
     }
-    if (unknown || name == kEndOfContentsName) {
-        return false;
-    }
-    return printContents(context, reader, line, name.size());
+    return hasContents && printContents(context, reader, line);
 }
 
 }  // namespace zxqtlv

@@ -104,7 +104,7 @@ void printLength(PrintBlock& out, const Line& line, bool readable, bool exceeds)
 
 // Returns true when the contents are invalid.
 bool printContents(ZxqGlobal& context, ContentsReader& reader, const Line& line) {
-    const Contents contents = reader.read(line.triple, line.header);
+    const Contents& contents = reader.read(line.triple, line.header);
     if (contents.present && (!line.header.constructed || contents.invalid)) {
         printContentsText(context, contents, line.header);
     }
