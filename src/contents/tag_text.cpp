@@ -13,46 +13,6 @@
 namespace zxqtlv {
 namespace {
 
-constexpr std::array<std::string_view, 37> kUniversalNames{
-    kEndOfContentsName,
-    "BOOLEAN",
-    "INTEGER",
-    "BIT STRING",
-    "OCTET STRING",
-    "NULL",
-    "OBJECT IDENTIFIER",
-    "ObjectDescriptor",
-    "EXTERNAL",
-    "REAL",
-    "ENUMERATED",
-    "EMBEDDED PDV",
-    "UTF8String",
-    "RELATIVE-OID",
-    "TIME",
-    "",
-    "SEQUENCE",
-    "SET",
-    "NumericString",
-    "PrintableString",
-    "TeletexString",
-    "VideotexString",
-    "IA5String",
-    "UTCTime",
-    "GeneralizedTime",
-    "GraphicString",
-    "VisibleString",
-    "GeneralString",
-    "UniversalString",
-    "CHARACTER STRING",
-    "BMPString",
-    "DATE",
-    "TIME-OF-DAY",
-    "DATE-TIME",
-    "DURATION",
-    "OID-IRI",
-    "RELATIVE-OID-IRI",
-};
-
 // A universal tag without a name prints like a context-specific one.
 constexpr std::array<std::string_view, 4> kClassPrefixes{"", "APPLICATION ", "", "PRIVATE "};
 
@@ -77,12 +37,6 @@ OctetView clampedView(const std::uint8_t* octets, std::uint32_t remaining) {
 }
 
 }  // namespace
-
-std::string_view universalTagName(std::int64_t tagNumber) {
-    const bool known =
-        tagNumber >= 0 && tagNumber < static_cast<std::int64_t>(kUniversalNames.size());
-    return known ? kUniversalNames[static_cast<std::size_t>(tagNumber)] : std::string_view();
-}
 
 std::string_view tagName(ZxqGlobal& context, OctetView triple, const TripleHeader& header,
                          TagText& storage) {

@@ -9,6 +9,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -20,8 +21,52 @@ namespace zxqtlv {
 
 inline constexpr std::string_view kEndOfContentsName = "END-OF-CONTENTS";
 
-// The standard name of a universal tag number (X.680, 8.4); empty where there is none.
-std::string_view universalTagName(std::int64_t tagNumber);
+// The standard names of the universal tag numbers (X.680, 8.4); empty where there is none.
+inline constexpr std::array<std::string_view, 37> kUniversalTagNames{
+    kEndOfContentsName,
+    "BOOLEAN",
+    "INTEGER",
+    "BIT STRING",
+    "OCTET STRING",
+    "NULL",
+    "OBJECT IDENTIFIER",
+    "ObjectDescriptor",
+    "EXTERNAL",
+    "REAL",
+    "ENUMERATED",
+    "EMBEDDED PDV",
+    "UTF8String",
+    "RELATIVE-OID",
+    "TIME",
+    "",
+    "SEQUENCE",
+    "SET",
+    "NumericString",
+    "PrintableString",
+    "TeletexString",
+    "VideotexString",
+    "IA5String",
+    "UTCTime",
+    "GeneralizedTime",
+    "GraphicString",
+    "VisibleString",
+    "GeneralString",
+    "UniversalString",
+    "CHARACTER STRING",
+    "BMPString",
+    "DATE",
+    "TIME-OF-DAY",
+    "DATE-TIME",
+    "DURATION",
+    "OID-IRI",
+    "RELATIVE-OID-IRI",
+};
+
+inline std::string_view universalTagName(std::int64_t tagNumber) {
+    const bool known =
+        tagNumber >= 0 && tagNumber < static_cast<std::int64_t>(kUniversalTagNames.size());
+    return known ? kUniversalTagNames[static_cast<std::size_t>(tagNumber)] : std::string_view();
+}
 
 // Holds a bracketed tag while it is printed.
 using TagText = std::array<char, 48>;

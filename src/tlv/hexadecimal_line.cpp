@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "runtime/flags.h"
+#include "runtime/hex_text.h"
 #include "runtime/print.h"
 #include "runtime/report.h"
 #include "tlv/hex_pairs.h"
@@ -12,7 +13,10 @@
 namespace zxqtlv {
 namespace {
 
-constexpr std::int64_t kLineRoom = 75;  // characters, the "..." and a blank not counted
+constexpr std::int64_t kLineRoom = 75;         // characters, the "..." and a blank not counted
+constexpr std::int32_t kShortIdentifier = 16;  // octets
+// Characters of a short identifier, 127 length octets and what stands around them.
+constexpr std::size_t kHeaderRoom = 320;
 
 std::size_t indentation(const Line& line) {
     return 2 * line.depth;
@@ -42,27 +46,47 @@ bool reportFaults(ZxqGlobal& context, const Line& line) {
     return false;
 }
 
-void printIdentifier(PrintBlock& out, const Line& line, bool questioned) {
-    static constexpr std::string_view kTrailers[2][2] = {{" ", " ?"}, {" 80", " ?80"}};
-    printHexPairs(out, {line.triple.position, line.header.identifierOctets}, indentation(line),
-                  kTrailers[line.header.isIndefinite() ? 1 : 0][questioned ? 1 : 0]);
+char* writeTrailer(char* out, bool indefinite, bool questioned) {
+    *out++ = ' ';
+    if (questioned) {
+        *out++ = '?';
+    }
+    return indefinite ? writeText(out, "80") : out;
 }
 
 // Definite lengths only; as many length octets as there are.
-void printLength(PrintBlock& out, const Line& line) {
+char* writeLength(char* out, const Line& line) {
     const TripleHeader& header = line.header;
     OctetView octets = line.triple.from(header.identifierOctets);
     octets.remaining = std::min(octets.remaining, header.headerOctets - header.identifierOctets);
     if (line.fixed) {
-        out.append("00");
+        out = writeText(out, "00");
         octets = octets.from(1);
     }
-    printHexPairs(out, octets, 0, "");
+    out = writeHexPairs(out, octets.position, static_cast<std::size_t>(octets.remaining));
     if (header.longForm) {
-        out.append('(');
-        out.appendDecimal(header.length);
-        out.append(')');
+        *out++ = '(';
+        out = writeDecimal(out, header.length);
+        *out++ = ')';
     }
+    return out;
+}
+
+void printHeader(PrintBlock& out, const Line& line, bool questioned) {
+    const TripleHeader& header = line.header;
+    out.appendBlanks(indentation(line));
+    // Identifiers have no limit, but for nearly all the header goes into one piece.
+    const bool isLong = header.identifierOctets > kShortIdentifier;
+    if (isLong) {
+        out.appendHex(line.triple.position, static_cast<std::size_t>(header.identifierOctets));
+    }
+    char* end = out.reserve(kHeaderRoom);
+    if (!isLong) {
+        end = writeHexPairs(end, line.triple.position,
+                            static_cast<std::size_t>(header.identifierOctets));
+    }
+    end = writeTrailer(end, header.isIndefinite(), questioned);
+    out.commit(header.isIndefinite() ? end : writeLength(end, line));
 }
 
 void printContents(ZxqGlobal& context, PrintBlock& out, const Line& line) {
@@ -101,12 +125,9 @@ bool printHexadecimalLine(ZxqGlobal& context, ContentsReader& /*reader*/, const 
         out.append('\n');
     }
     out.startRow();
-    printIdentifier(out, line, faulty || line.fixed);
-    if (!header.isIndefinite()) {
-        printLength(out, line);
-        if (header.length == kUnreadable) {
-            return true;
-        }
+    printHeader(out, line, faulty || line.fixed);
+    if (header.length == kUnreadable) {
+        return true;
     }
     if (!faulty && isEmptyIndefinite(line)) {
         out.append('\n');

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <string_view>
 
 #include "contents/tag_text.h"
@@ -22,12 +23,12 @@ std::size_t indentation(const Line& line) {
     return 2 * line.depth;
 }
 
-bool contains(std::string_view name, std::string_view word) {
+constexpr bool contains(std::string_view name, std::string_view word) {
     return name.find(word) != std::string_view::npos;
 }
 
-// Where a name breaks over two lines; npos for one that does not. The first rule that applies wins.
-std::size_t breakOf(std::string_view name) {
+// Where a name breaks over two lines; 0 for one that does not. The first rule that applies wins.
+constexpr std::size_t findBreak(std::string_view name) {
     if (contains(name, "String") && name != "BMPString" && name != "IA5String") {
         return name.find("String");
     }
@@ -42,7 +43,22 @@ std::size_t breakOf(std::string_view name) {
             return name.find(word);
         }
     }
-    return std::string_view::npos;
+    return 0;
+}
+
+// Only names of universal types hold these words.
+constexpr auto kBreaks = [] {
+    std::array<std::uint8_t, kUniversalTagNames.size()> breaks{};
+    for (std::size_t tag = 0; tag < breaks.size(); ++tag) {
+        breaks[tag] = static_cast<std::uint8_t>(findBreak(kUniversalTagNames[tag]));
+    }
+    return breaks;
+}();
+
+std::size_t breakOf(const TripleHeader& header) {
+    return header.tagClass == TagClass::Universal && !universalTagName(header.tagNumber).empty()
+               ? kBreaks[static_cast<std::size_t>(header.tagNumber)]
+               : 0;
 }
 
 // Blanks behind a field of `printed` characters. A field wider than its column still gets as many
@@ -74,7 +90,7 @@ void printType(PrintBlock& out, const Line& line, std::string_view name) {
         printApplicationTag(out, line.header);
         return;
     }
-    if (const std::size_t split = breakOf(name); split != std::string_view::npos) {
+    if (const std::size_t split = breakOf(line.header); split != 0) {
         out.append(name.substr(0, std::min(split, kLongestName)));
         out.append('\n');
         out.startRow();

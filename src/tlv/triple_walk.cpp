@@ -43,11 +43,11 @@ std::optional<OctetView> contentsOf(ZxqGlobal& context, EndSearch& search, Octet
     if (!header.constructed || header.headerOctets < 1) {
         return std::nullopt;
     }
-    const ScopedFlags quiet(context.flags, QuietNonFatal);
-    std::int32_t count =
-        triple.remaining - header.headerOctets - octetsBehind(context, search, triple, header);
-    if (header.isIndefinite()) {
-        count -= 2;
+    std::int32_t count = header.length;
+    if (header.length < 0 || header.exceeds(triple.remaining)) {
+        const ScopedFlags quiet(context.flags, QuietNonFatal);
+        count = triple.remaining - header.headerOctets -
+                octetsBehind(context, search, triple, header) - (header.isIndefinite() ? 2 : 0);
     }
     if (count == 0) {
         return std::nullopt;
@@ -73,13 +73,7 @@ TripleWalk::TripleWalk(ZxqGlobal& context, OctetView encoding)
     moveTo(0, std::max(encoding.remaining, 0));
 }
 
-void TripleWalk::moveTo(std::int32_t start, std::int32_t bound) {
-    start_ = start;
-    bound_ = bound;
-    header_ = readHeader(triple(), mask_);
-}
-
-bool TripleWalk::descend() {
+bool TripleWalk::enterContents() {
     const std::optional<OctetView> contents = contentsOf(context_, search_, triple(), header_);
     if (!contents) {
         return false;
@@ -95,7 +89,7 @@ bool TripleWalk::descend() {
     return true;
 }
 
-bool TripleWalk::advance() {
+bool TripleWalk::searchNext() {
     const std::optional<OctetView> next = nextTriple(context_, search_, triple(), header_);
     if (!next) {
         start_ = bound_;

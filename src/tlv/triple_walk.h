@@ -54,9 +54,16 @@ class TripleWalk {
     std::size_t depth() const { return levels_.size(); }
 
     // To the first triple of the current one's contents, when it has any.
-    bool descend();
+    bool descend() { return header_.constructed && enterContents(); }
     // To the next triple of the level. False at its end, where then nothing remains.
-    bool advance();
+    bool advance() {
+        // Definite lengths that fit, nearly all, need no search.
+        if (header_.length >= 0 && header_.length < bound_ - start_ - header_.headerOctets) {
+            moveTo(start_ + header_.headerOctets + header_.length, bound_);
+            return true;
+        }
+        return searchNext();
+    }
     // Back to the triple whose contents these are. Not at depth 0.
     Closing ascend();
     // Past `octets` of padding, at a place where a triple may start.
@@ -73,7 +80,13 @@ class TripleWalk {
         std::int32_t headerOctets;  // negative for the indefinite form
     };
 
-    void moveTo(std::int32_t start, std::int32_t bound);
+    void moveTo(std::int32_t start, std::int32_t bound) {
+        start_ = start;
+        bound_ = bound;
+        header_ = readHeader(triple(), mask_);
+    }
+    bool enterContents();
+    bool searchNext();
     std::int32_t offsetOf(OctetView view) const {
         return static_cast<std::int32_t>(view.position - origin_);
     }
