@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # Installs Debian packages for commands or files that are missing. Sourced by the other scripts.
 # Quiet when nothing is missing.
 

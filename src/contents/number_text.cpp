@@ -43,6 +43,9 @@ void putHexAddition(TextSink& sink, std::int32_t value) {
     sink.put(')');
 }
 
+// The text and a terminator.
+void putText(char* out, std::string_view text) { out[text.copy(out, text.size())] = '\0'; }
+
 std::uint32_t lowFourOctets(OctetView octets) {
     std::uint32_t value = 0;
     for (std::int32_t i = octets.remaining - 4; i < octets.remaining; ++i) {
@@ -90,15 +93,15 @@ void formatHugeIntegerHex(TextSink& sink, OctetView octets) {
 RealClass formatRealText(double value, int width, char* out) {
     const double limit = width == 8 ? kLargestDouble : kLargestFloat;
     if (value >= limit) {
-        std::strcpy(out, "PLUS-INFINITY");
+        putText(out, "PLUS-INFINITY");
         return RealClass::PlusInfinity;
     }
     if (-value >= limit) {
-        std::strcpy(out, "MINUS-INFINITY");
+        putText(out, "MINUS-INFINITY");
         return RealClass::MinusInfinity;
     }
     if (value == 0.0 || std::isnan(value)) {
-        std::strcpy(out, std::isnan(value) ? "NOT-A-NUMBER" : std::signbit(value) ? "-0" : "0");
+        putText(out, std::isnan(value) ? "NOT-A-NUMBER" : std::signbit(value) ? "-0" : "0");
         return RealClass::Special;
     }
     constexpr int kMantissaBits = 53;

@@ -59,7 +59,7 @@ std::uint32_t formatQuotedTimeText(const TimeRecord& time, char* out, bool utcTi
         return code;
     }
     *out = '"';
-    std::strcat(out, "\"");
+    std::memcpy(out + std::strlen(out), "\"", 2);
     return 0;
 }
 

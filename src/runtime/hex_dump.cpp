@@ -49,8 +49,8 @@ void printAnnotatedLine(PrintBlock& out, const std::uint8_t* octets, std::int32_
     if (count == kAnnotatedLine) {
         out.append("    ");
     } else {
-        const std::int32_t missing = kAnnotatedLine - count;
-        out.appendBlanks(static_cast<std::size_t>(missing / 2 + 2 * missing + 3));
+        const auto missing = static_cast<std::size_t>(kAnnotatedLine - count);
+        out.appendBlanks(missing / 2 + 2 * missing + 3);
         out.append(' ');
     }
     for (std::int32_t i = 0; i < count; ++i) {
