@@ -44,7 +44,9 @@ void putHexAddition(TextSink& sink, std::int32_t value) {
 }
 
 // The text and a terminator.
-void putText(char* out, std::string_view text) { out[text.copy(out, text.size())] = '\0'; }
+void putText(char* out, std::string_view text) {
+    out[text.copy(out, text.size())] = '\0';
+}
 
 std::uint32_t lowFourOctets(OctetView octets) {
     std::uint32_t value = 0;
