@@ -33,7 +33,7 @@ ContextBlock allocate(ZxqGlobal& context, std::int64_t octets) {
 
 std::uint32_t loadBinary(ZxqGlobal& context, std::FILE* stream, std::int64_t part,
                          std::int32_t spare, LoadedInput& input) {
-    if (part + spare > kLargestPart) {
+    if (part > kLargestPart - spare) {
         return kCannotReadInput;
     }
     ContextBlock octets = allocate(context, part + spare);
