@@ -72,7 +72,8 @@ FileResult fixFile(ZxqGlobal& context, const char* inputName, const char* fixedN
     EncodedBuffer buffer = input.buffer();
     const FixResult fixed = repairEncoding(context, guard, buffer);
     if (fixed.internal != 0) {
-        return {static_cast<std::uint32_t>(fixed.internal), fixed.fixups};
+        // Nothing is written then, so no repair is told of.
+        return {static_cast<std::uint32_t>(fixed.internal), 0};
     }
     std::uint32_t code = context.runtimePrivate->lastError;
     if (fixed.fixups > 0) {

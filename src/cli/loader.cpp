@@ -1,5 +1,6 @@
 #include "cli/loader.h"
 
+#include <sys/mman.h>
 #include <sys/types.h>
 
 #include <algorithm>
@@ -31,6 +32,18 @@ ContextBlock allocate(ZxqGlobal& context, std::int64_t octets) {
                : ContextBlock(context, static_cast<std::size_t>(std::max(octets, std::int64_t{1})));
 }
 
+// Large blocks are touched all over, once: with large pages that takes far fewer page faults. A
+// hint, so it does not matter whether it is taken.
+void preferLargePages(const ContextBlock& block, std::size_t size) {
+    constexpr std::uintptr_t kLargePage = 2 << 20;
+    const auto start = reinterpret_cast<std::uintptr_t>(block.data());
+    const std::uintptr_t skipped = (kLargePage - start % kLargePage) % kLargePage;
+    if (size >= 2 * kLargePage) {
+        static_cast<void>(
+            madvise(block.data() + skipped, (size - skipped) & ~(kLargePage - 1), MADV_HUGEPAGE));
+    }
+}
+
 std::uint32_t loadBinary(ZxqGlobal& context, std::FILE* stream, std::int64_t part,
                          std::int32_t spare, LoadedInput& input) {
     if (part > kLargestPart - spare) {
@@ -41,6 +54,7 @@ std::uint32_t loadBinary(ZxqGlobal& context, std::FILE* stream, std::int64_t par
         return kOutOfMemoryCode;
     }
     const auto size = static_cast<std::size_t>(part);
+    preferLargePages(octets, size);
     if (std::fread(octets.data(), 1, size, stream) != size) {
         return kCannotReadInput;
     }

@@ -40,6 +40,8 @@ std::int32_t checkStandardOutput(std::int32_t status) {
 
 std::int32_t runProgram(int count, char* const* arguments) {
     const int year = currentYear();
+    // Each print is flushed, so a buffer would only cut it into several writes.
+    std::setvbuf(stdout, nullptr, _IONBF, 0);
     ZxqGlobal context{};
     if (const std::int32_t code = zxqinit(&context, &toolTable()); code != 0) {
         std::printf("Initialization failed with error %d.\n", code);

@@ -113,20 +113,16 @@ SegmentStatus SegmentCheck::run(OctetView triple, const TripleHeader& header) {
 
 }  // namespace
 
-std::optional<StringContents> readPrimitive(OctetView triple, const TripleHeader& header,
-                                            SegmentTag tag) {
+bool readPrimitive(OctetView triple, const TripleHeader& header, SegmentTag tag,
+                   StringContents& contents) {
     if (!header.fits(triple.remaining) || header.length < 0 || header.exceeds(triple.remaining)) {
-        return std::nullopt;
+        return false;
     }
+    const bool bits = tag == SegmentTag::BitString;
     const OctetView octets{triple.position + header.headerOctets, header.length};
-    if (tag != SegmentTag::BitString) {
-        return StringContents{octets, false, false, octets.remaining, 0};
-    }
-    const int unused = unusedBits(octets);
-    if (unused < 0) {
-        return std::nullopt;
-    }
-    return StringContents{octets, false, true, octets.remaining - 1, unused};
+    const int unused = bits ? unusedBits(octets) : 0;
+    contents = {octets, false, bits, octets.remaining - (bits ? 1 : 0), unused};
+    return unused >= 0;
 }
 
 SegmentStatus readSegments(ZxqGlobal& context, OctetView triple, const TripleHeader& header,

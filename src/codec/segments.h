@@ -29,10 +29,10 @@ struct StringContents {
     std::int32_t unusedBits;   // of the last octet of a bit string
 };
 
-// Reads the contents of the primitive triple whose header was read at `triple`. None for the
+// Fills in the contents of the primitive triple whose header was read at `triple`. False for the
 // indefinite form, a length beyond the data, or unused bits that cannot be.
-std::optional<StringContents> readPrimitive(OctetView triple, const TripleHeader& header,
-                                            SegmentTag tag);
+bool readPrimitive(OctetView triple, const TripleHeader& header, SegmentTag tag,
+                   StringContents& contents);
 
 enum class SegmentStatus { Sound, Misencoded, NoMemory };
 

@@ -130,7 +130,7 @@ std::uint32_t ContentsReader::decode(const BuiltInType& type, OctetView triple,
     traceEncoding(context_, triple.position,
                   header.isIndefinite() ? triple.remaining
                                         : header.headerOctets + header.clamped(triple.remaining));
-    StringContents string{};
+    StringContents string;
     if (header.constructed) {
         if (isCheckedSegment(triple, header)) {
             return kSound;
@@ -139,13 +139,8 @@ std::uint32_t ContentsReader::decode(const BuiltInType& type, OctetView triple,
         if (status != SegmentStatus::Sound) {
             return status == SegmentStatus::NoMemory ? kOutOfMemoryCode : kContentsMisencoded;
         }
-    } else {
-        const std::optional<StringContents> primitive =
-            readPrimitive(triple, header, type.segments);
-        if (!primitive) {
-            return kContentsMisencoded;
-        }
-        string = *primitive;
+    } else if (!readPrimitive(triple, header, type.segments, string)) {
+        return kContentsMisencoded;
     }
     if (!type.decode(string, contents_.value)) {
         return kContentsMisencoded;
@@ -222,7 +217,7 @@ char* formatContentsText(ZxqGlobal* context, const std::uint8_t* tlv, std::int32
     TextSink counting = TextSink::counting(scratch.data());
     writeContents(counting, contents, context->flags);
     const std::size_t size = counting.finish();
-    char* const text = allocateText(*context, size + 1);
+    char* const text = allocateText(*context, size + 1 + kNumberRoom);
     if (text != nullptr) {
         TextSink sink = TextSink::into(text, size);
         writeContents(sink, contents, context->flags);

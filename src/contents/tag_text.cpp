@@ -13,6 +13,14 @@
 namespace zxqtlv {
 namespace {
 
+constexpr auto kNameFields = [] {
+    std::array<TagText, kUniversalTagNames.size()> fields{};
+    for (std::size_t tag = 0; tag < fields.size(); ++tag) {
+        fields[tag] = paddedName(kUniversalTagNames[tag]);
+    }
+    return fields;
+}();
+
 // A universal tag without a name prints like a context-specific one.
 constexpr std::array<std::string_view, 4> kClassPrefixes{"", "APPLICATION ", "", "PRIVATE "};
 
@@ -23,6 +31,7 @@ std::string_view writeBracketed(const TripleHeader& header, TagText& storage) {
     out = std::copy(prefix.begin(), prefix.end(), out);
     out = writeDecimal(out, header.tagNumber);
     *out++ = ']';
+    std::fill(out, storage.data() + storage.size(), ' ');
     return {storage.data(), static_cast<std::size_t>(out - storage.data())};
 }
 
@@ -49,7 +58,7 @@ std::string_view tagName(ZxqGlobal& context, OctetView triple, const TripleHeade
             return {};
         }
         if (const std::string_view name = universalTagName(header.tagNumber); !name.empty()) {
-            return name;
+            return {kNameFields[static_cast<std::size_t>(header.tagNumber)].data(), name.size()};
         }
     }
     return writeBracketed(header, storage);

@@ -68,12 +68,30 @@ inline std::string_view universalTagName(std::int64_t tagNumber) {
     return known ? kUniversalTagNames[static_cast<std::size_t>(tagNumber)] : std::string_view();
 }
 
+// Characters that may be read from the start of a name: blanks follow it, so that a line printer
+// can copy it with what fills its column, however long it is.
+inline constexpr std::size_t kTagField = 48;
+
 // Holds a bracketed tag while it is printed.
-using TagText = std::array<char, 48>;
+using TagText = std::array<char, kTagField>;
+
+// A name with its blanks.
+constexpr TagText paddedName(std::string_view name) {
+    TagText padded{};
+    for (std::size_t i = 0; i < padded.size(); ++i) {
+        padded[i] = i < name.size() ? name[i] : ' ';
+    }
+    return padded;
+}
+
+// What stands for the name of a triple that starts with 00.
+inline constexpr TagText kUnknownField = paddedName("Unknown");
+inline constexpr std::string_view kUnknownName{kUnknownField.data(), 7};
 
 // The name of the tag whose header was read at `triple`: a fixed text, or one written into
-// `storage`, never empty. A view of null means no name: nothing remains, the tag number cannot be
-// read (KX017E has been raised), or a universal 0 is followed by a non-zero octet (KX037E).
+// `storage`, never empty; kTagField characters may be read. A view of null means no name: nothing
+// remains, the tag number cannot be read (KX017E has been raised), or a universal 0 is followed by
+// a non-zero octet (KX037E).
 std::string_view tagName(ZxqGlobal& context, OctetView triple, const TripleHeader& header,
                          TagText& storage);
 

@@ -31,7 +31,7 @@ class TextSink {
     static TextSink whole(PrintBlock& block);
     // Nowhere, by way of kScratch characters; `finish` tells the length.
     static TextSink counting(char* scratch);
-    // Into `text`, which has room for the whole text of `size` characters.
+    // Into `text`, which has room for the whole text of `size` characters and for kNumberRoom more.
     static TextSink into(char* text, std::size_t size);
 
     // No more text is wanted. A sink that takes all makes room here.

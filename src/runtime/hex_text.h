@@ -7,6 +7,7 @@
 //     char* end = writeHexPairs(text, octets, 2);  // "3082"
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstddef>
@@ -51,37 +52,49 @@ inline char* writeHexPairs(char* out, const std::uint8_t* octets, std::size_t co
     return out;
 }
 
-// Decimal digits with a sign where negative; at most 20 characters.
-inline char* writeDecimal(char* out, std::int64_t value) {
-    // Nearly every number of a listing has one or two digits.
-    if (value >= 0 && value < 10) {
+inline constexpr std::size_t kNumberRoom = 20;  // characters of the longest number
+
+inline char* writeTwoDigits(char* out, std::uint32_t value) {
+    std::memcpy(out, &kDecimalPairs[2 * std::size_t{value}], 2);
+    return out + 2;
+}
+
+// Decimal digits of a number from 0; at most kNumberRoom characters. The small numbers that a
+// listing is full of take one or two steps.
+inline char* writeUnsigned(char* out, std::uint64_t value) {
+    if (value < 10) {
         *out = static_cast<char>('0' + value);
         return out + 1;
     }
-    if (value >= 0 && value < 100) {
-        std::memcpy(out, &kDecimalPairs[2 * static_cast<std::size_t>(value)], 2);
-        return out + 2;
+    if (value < 100) {
+        return writeTwoDigits(out, static_cast<std::uint32_t>(value));
     }
-    return std::to_chars(out, out + 20, value).ptr;
+    if (value < 10000) {
+        const auto number = static_cast<std::uint32_t>(value);
+        return writeTwoDigits(writeUnsigned(out, number / 100), number % 100);
+    }
+    const auto low = static_cast<std::uint32_t>(value % 10000);
+    out = writeUnsigned(out, value / 10000);
+    return writeTwoDigits(writeTwoDigits(out, low / 100), low % 100);
 }
 
-// Decimal digits of a number from 0, with blanks in front up to `width` (at most 8) characters.
-inline char* writePadded(char* out, std::int64_t value, std::size_t width) {
-    if (value < 100) {
-        std::memset(out, ' ', 8);
-        char* const end = out + width;
-        std::memcpy(end - 2, &kDecimalPairs[2 * static_cast<std::size_t>(value)], 2);
-        if (value < 10) {
-            end[-2] = ' ';
-        }
-        return end;
+// Decimal digits with a sign where negative; at most kNumberRoom characters.
+inline char* writeDecimal(char* out, std::int64_t value) {
+    if (value < 0) {
+        *out++ = '-';
+        return writeUnsigned(out, -static_cast<std::uint64_t>(value));
     }
-    char digits[20];
-    const auto count = static_cast<std::size_t>(writeDecimal(digits, value) - digits);
-    const std::size_t blanks = count < width ? width - count : 0;
-    std::memset(out, ' ', 8);
-    std::memcpy(out + blanks, digits, sizeof digits);
-    return out + blanks + count;
+    return writeUnsigned(out, static_cast<std::uint64_t>(value));
+}
+
+// Decimal digits of a number from 0, with blanks in front up to `width` (1 to 4) characters; at
+// most kNumberRoom characters.
+inline char* writePadded(char* out, std::int64_t value, std::size_t width) {
+    constexpr std::array<std::int64_t, 5> kPowers{0, 1, 10, 100, 1000};
+    for (; width > 1 && value < kPowers[width]; --width) {
+        *out++ = ' ';
+    }
+    return writeDecimal(out, value);
 }
 
 // Lower-case hexadecimal digits without leading zeros; at most 8 characters.

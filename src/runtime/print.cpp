@@ -1,6 +1,7 @@
 #include "runtime/print.h"
 
 #include <cstdio>
+#include <cstring>
 
 #include "runtime/argument_words.h"
 #include "runtime/runtime_private.h"
@@ -34,6 +35,13 @@ std::int32_t dispatch(ZxqGlobal* context, const char* format, std::va_list argum
                                   w[6], w[7]);
 }
 
+// What `vfprintf` does for "%s", all but the formatting.
+int printText(std::FILE* stream, std::va_list arguments) {
+    const char* const text = va_arg(arguments, const char*);
+    const std::size_t size = std::strlen(text);
+    return std::fwrite(text, 1, size, stream) == size ? static_cast<int>(size) : -1;
+}
+
 void handOverBlock(ZxqGlobal& context) {
     if (context.runtimePrivate != nullptr) {
         context.runtimePrivate->printBlock.handOver();
@@ -58,7 +66,10 @@ std::int32_t zxqvprint(ZxqGlobal* context, const char* format, std::va_list argu
     if (stream == nullptr) {
         return 0;
     }
-    const int printed = std::vfprintf(stream, format, arguments);
+    // A block of text needs no formatting, and goes to an unbuffered stream in one piece.
+    const bool plain = std::strcmp(format, "%s") == 0;
+    const int printed =
+        plain ? printText(stream, arguments) : std::vfprintf(stream, format, arguments);
     const bool flushed = std::fflush(stream) == 0;
     if ((printed < 0 || !flushed) && context != nullptr && context->runtimePrivate != nullptr) {
         context->runtimePrivate->writeFailed = true;
@@ -82,6 +93,8 @@ std::int32_t zxqOpenTraceFile(ZxqGlobal* context, const char* fileName) {
     if (file == nullptr) {
         return kCannotOpenTraceFile;
     }
+    // Each print is flushed, so a buffer would only cut it into several writes.
+    std::setvbuf(file, nullptr, _IONBF, 0);
     context->savedOutputStream = context->outputStream;
     context->outputStream = file;
     return kSuccess;
@@ -98,7 +111,7 @@ std::int32_t zxqCloseTraceFile(ZxqGlobal* context) {
     // Flushed first: a stream whose `fclose` fails is gone all the same and could not stay in
     // force.
     if (context->outputStream != nullptr) {
-        if (std::fflush(context->outputStream) != 0) {
+        if (std::ferror(context->outputStream) != 0 || std::fflush(context->outputStream) != 0) {
             return kCannotCloseTraceFile;
         }
         std::FILE* const file = context->outputStream;

@@ -33,8 +33,7 @@ PrintBlock& printBlock(ZxqGlobal& context);
 std::int32_t zxqOpenTraceFile(ZxqGlobal* context, const char* fileName);
 
 // Ends the redirection; 0 also when there is none. Returns kNullArgument, or
-// kCannotCloseTraceFile when what waits in the stream cannot be written: the redirection then stays
-// in force. Text that an earlier print lost is told by `printFailed` alone.
+// kCannotCloseTraceFile when some text could not be written: the redirection then stays in force.
 std::int32_t zxqCloseTraceFile(ZxqGlobal* context);
 
 // Ends the redirection whatever becomes of the file.

@@ -76,7 +76,7 @@ class PrintBlock {
         }
         commit(writeHexPairs(reserve(2 * count), octets, count));
     }
-    void appendDecimal(std::int64_t value) { commit(writeDecimal(reserve(20), value)); }
+    void appendDecimal(std::int64_t value) { commit(writeDecimal(reserve(kNumberRoom), value)); }
     void appendLowerHex(std::uint32_t value) { commit(writeLowerHex(reserve(8), value)); }
 
     // A row starts at the next character: the column counts from here.

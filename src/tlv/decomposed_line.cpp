@@ -45,8 +45,7 @@ void printFields(PrintBlock& out, const DecomposedLine& line, std::string_view n
         end = writePadded(end, line.header.clamped(line.triple.remaining), 4);
     }
     end = line.header.constructed ? writeText(end, " cons: ") : writeText(end, " prim: ");
-    std::memset(end, ' ', kNameField);
-    std::memcpy(end, name.data(), name.size());
+    std::memcpy(end, name.data(), kTagField);
     out.commit(end + (filled ? std::max(name.size(), kNameField) : name.size()));
 }
 
@@ -78,11 +77,9 @@ bool printDecomposedLine(ZxqGlobal& context, ContentsReader& reader, const Decom
     const bool unknown = line.triple.position[0] == 0 && !line.closing;
     if (unknown) {
         kxReportError(&context, kTagOfZero);
-        name = "Unknown";
+        name = kUnknownName;
     }
-    const std::int32_t header = headerLength(context, line.triple, line.header);
-    const bool readable = header != kUnreadable && header <= line.triple.remaining &&
-                          lengthChecked(context, line.triple, line.header) != kUnreadable;
+    const bool readable = checkHeader(context, line.triple, line.header);
     PrintBlock& out = printBlock(context);
     if (!readable) {
         out.startRow();
@@ -91,7 +88,8 @@ bool printDecomposedLine(ZxqGlobal& context, ContentsReader& reader, const Decom
     }
     out.append('\n');
     out.startRow();
-    const bool empty = line.header.isIndefinite() && line.triple.from(header).atEndOfContents();
+    const bool empty =
+        line.header.isIndefinite() && line.triple.from(line.header.headerOctets).atEndOfContents();
     const bool hasContents = !empty && !unknown && name != kEndOfContentsName;
     printFields(out, line, name, hasContents);
     if (empty) {

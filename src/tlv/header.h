@@ -96,6 +96,17 @@ std::int32_t headerLength(ZxqGlobal& context, OctetView triple, const TripleHead
 // KX017E for unreadable length octets, KX035E for a definite length beyond the data.
 std::int32_t lengthChecked(ZxqGlobal& context, OctetView triple, const TripleHeader& header);
 
+// Both of the above for a line printer: raises what is wrong with the header. Returns whether the
+// header and its length octets can be read and lie inside the data.
+inline bool checkHeader(ZxqGlobal& context, OctetView triple, const TripleHeader& header) {
+    if (header.faults == 0 && !header.exceeds(triple.remaining)) {
+        return true;
+    }
+    const std::int32_t octets = headerLength(context, triple, header);
+    return octets != kUnreadable && octets <= triple.remaining &&
+           lengthChecked(context, triple, header) != kUnreadable;
+}
+
 // The messages of the two above, for a line printer that needs them one by one. KX017E carries
 // the position and the octets that remain there.
 void reportPrematureEnd(ZxqGlobal& context, OctetView triple);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 
 #include "contents/tag_text.h"
@@ -18,6 +19,8 @@ namespace {
 constexpr std::size_t kLongestName = 12;  // characters of a name that are shown
 constexpr std::size_t kTypeColumn = 13;   // characters
 constexpr std::size_t kLengthColumn = 8;
+// Characters of a column with what is written past its end, at most.
+constexpr std::size_t kFieldsRoom = 64;
 
 std::size_t indentation(const Line& line) {
     return 2 * line.depth;
@@ -61,10 +64,12 @@ std::size_t breakOf(const TripleHeader& header) {
                : 0;
 }
 
-// Blanks behind a field of `printed` characters. A field wider than its column still gets as many
-// as it is too wide.
-void fillColumn(PrintBlock& out, std::size_t column, std::size_t printed) {
-    out.appendBlanks(printed > column ? printed - column : column - printed);
+// A field that is wider than its column is followed by as many blanks as it is too wide.
+char* fillColumn(char* start, char* end, std::size_t column) {
+    const auto printed = static_cast<std::size_t>(end - start);
+    const std::size_t blanks = printed > column ? printed - column : column - printed;
+    std::memset(end, ' ', blanks);
+    return end + blanks;
 }
 
 void printTitles(PrintBlock& out, const Line& line) {
@@ -73,49 +78,48 @@ void printTitles(PrintBlock& out, const Line& line) {
     out.append("Type         Length  Contents");
 }
 
-void printApplicationTag(PrintBlock& out, const TripleHeader& header) {
-    TagText text;
-    static constexpr std::string_view kStart = "[APPLICATION ";
-    char* end = std::copy(kStart.begin(), kStart.end(), text.data());
+char* writeApplicationTag(char* out, const TripleHeader& header) {
+    char* end = writeText(out, "[APPLICATION ");
     // The low 32 bits, signed.
     end = writeDecimal(end, static_cast<std::int32_t>(header.tagNumber));
     *end++ = ']';
-    const auto size = static_cast<std::size_t>(end - text.data());
-    out.append(std::string_view(text.data(), size));
-    fillColumn(out, kTypeColumn, size);
+    return fillColumn(out, end, kTypeColumn);
+}
+
+// At most 12 characters of the name and what fills the column: the blanks behind a name.
+char* writeName(char* out, const char* name) {
+    std::memcpy(out, name, kTypeColumn);
+    out[kLongestName] = ' ';
+    return out + kTypeColumn;
 }
 
 void printType(PrintBlock& out, const Line& line, std::string_view name) {
     if (line.header.tagClass == TagClass::Application) {
-        printApplicationTag(out, line.header);
+        out.commit(writeApplicationTag(out.reserve(kFieldsRoom), line.header));
         return;
     }
-    if (const std::size_t split = breakOf(line.header); split != 0) {
+    const std::size_t split = breakOf(line.header);
+    if (split != 0) {
         out.append(name.substr(0, std::min(split, kLongestName)));
         out.append('\n');
         out.startRow();
         out.appendBlanks(indentation(line));
-        name.remove_prefix(split);
     }
-    name = name.substr(0, kLongestName);
-    out.append(name);
-    fillColumn(out, kTypeColumn, name.size());
+    out.commit(writeName(out.reserve(kFieldsRoom), name.data() + split));
 }
 
 void printLength(PrintBlock& out, const Line& line, bool readable, bool exceeds) {
-    std::array<char, 24> text{'?'};
-    char* end = text.data() + (exceeds ? 1 : 0);
-    std::string_view shown;
+    char* const start = out.reserve(kFieldsRoom);
+    char* end = start;
     if (!readable) {
-        shown = "???";
+        end = writeText(end, "???");
     } else if (line.header.isIndefinite()) {
-        shown = "indef";
+        end = writeText(end, "indef");
     } else {
-        end = writeDecimal(end, line.header.length);
-        shown = {text.data(), static_cast<std::size_t>(end - text.data())};
+        *end = '?';
+        end = writeDecimal(end + (exceeds ? 1 : 0), line.header.length);
     }
-    out.append(shown);
-    fillColumn(out, kLengthColumn, shown.size());
+    out.commit(fillColumn(start, end, kLengthColumn));
 }
 
 // Returns true when the contents are invalid.
@@ -138,14 +142,12 @@ bool printSyntaxLine(ZxqGlobal& context, ContentsReader& reader, const Line& lin
     PrintBlock& out = printBlock(context);
     if (line.triple.position[0] == 0) {
         kxReportError(&context, kTagOfZero);
-        name = "Unknown";
+        name = kUnknownName;
     }
     if ((context.flags & NoTitles) == 0 && line.titled) {
         printTitles(out, line);
     }
-    const std::int32_t header = headerLength(context, line.triple, line.header);
-    const bool readable = header != kUnreadable && header <= line.triple.remaining &&
-                          lengthChecked(context, line.triple, line.header) != kUnreadable;
+    const bool readable = checkHeader(context, line.triple, line.header);
     const bool exceeds = readable && line.header.exceeds(line.triple.remaining);
     if (readable && !exceeds) {
         out.append('\n');
