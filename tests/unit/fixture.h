@@ -24,11 +24,13 @@ class CountedDefaults {
     CountedDefaults() : saved_(std::exchange(processDefaults(), {&allocate, &release})) {
         blocks = 0;
         left = -1;
+        refused = 0;
     }
     ~CountedDefaults() { processDefaults() = saved_; }
 
     static void* allocate(std::size_t octets) {
         if (left == 0) {
+            ++refused;
             return nullptr;
         }
         left -= left > 0 ? 1 : 0;
@@ -41,7 +43,8 @@ class CountedDefaults {
     }
 
     static inline int blocks = 0;  // not released yet
-    static inline int left = -1;   // allocations that still succeed; negative for any number
+    static inline int refused = 0;
+    static inline int left = -1;  // allocations that still succeed; negative for any number
 
   private:
     const ProcessDefaults saved_;
