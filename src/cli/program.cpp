@@ -22,9 +22,9 @@ int currentYear() {
 
 void printBanner(ZxqGlobal& context, int year) {
     zxqprint(&context,
-             "zxqtlv - prints BER encodings as tag-length-value triples, Version 10.1\n"
+             "zxqtlv - prints BER encodings as tag-length-value triples, Version %s\n"
              "Copyright (C) %d the zxqtlv developers\n\n",
-             year);
+             ZXQTLV_VERSION, year);
 }
 
 // Standard output cannot carry the news of its own failure.
