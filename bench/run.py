@@ -8,7 +8,9 @@ in turn on the same file, so that a machine whose speed drifts slows both.
 """
 
 import argparse
+import functools
 import math
+import multiprocessing
 import os
 import platform
 import shutil
@@ -20,7 +22,10 @@ import time
 
 import inputs
 
+print = functools.partial(print, flush=True)  # a long run is watched
+
 MEGABYTE = 1_000_000
+GIBIBYTE = 1 << 30
 LAYOUTS = ("-hexadecimal", "-decomposed", "-syntax")
 
 
@@ -56,17 +61,28 @@ def ratios(others, ours):
     return median(other.seconds / our.seconds for other, our in zip(others, ours))
 
 
-def write(folder, name, octets):
+def write(folder, name, make, size):
+    """Writes make(size) from a process of its own.
+
+    The peak memory of a command is never below that of the process which started it.
+    """
     path = os.path.join(folder, name)
-    with open(path, "wb") as file:
-        file.write(octets)
+
+    def work():
+        with open(path, "wb") as file:
+            file.write(make(size))
+
+    writer = multiprocessing.get_context("fork").Process(target=work)
+    writer.start()
+    writer.join()
+    if writer.exitcode != 0:
+        sys.exit(f"{name} cannot be written")
     return path
 
 
 def compare_with_peers(program, folder, pairs):
-    octets = inputs.certificates(32 * MEGABYTE)
-    path = write(folder, "certificates", octets)
-    size = len(octets)
+    path = write(folder, "certificates", inputs.certificates, 32 * MEGABYTE)
+    size = os.path.getsize(path)
     print(f"{size / MEGABYTE:.1f} MB of certificates in one SEQUENCE, median of {pairs} rounds\n")
     print("| command | seconds | times the tool's | MB/s | peak MiB |")
     print("|---|---|---|---|---|")
@@ -92,10 +108,28 @@ def compare_with_peers(program, folder, pairs):
 
 
 def start_up(program, folder, pairs):
-    path = write(folder, "small", inputs.certificates(1000)[:1000])
+    path = write(folder, "small", lambda size: inputs.certificates(size)[:size], 1000)
     ours, cats = in_turn([[program, path], ["cat", path]], folder, pairs)
     print(f"\nStart-up, 1 kB, {pairs} pairs: the tool takes {ratios(ours, cats):.2f} times as long "
           f"as `cat` ({median(run.seconds for run in ours) * 1000:.1f} ms).\n")
+
+
+def huge_string(program, folder):
+    """The peak memory for one OCTET STRING of 1 GiB, which shows best what is copied."""
+    path = os.path.join(folder, "huge")
+    with open(path, "wb") as file:
+        file.write(b"\x04\x84\x40\x00\x00\x00")
+        file.truncate(6 + GIBIBYTE)
+    input_mebibytes = os.path.getsize(path) / (1 << 20)
+    print("| one OCTET STRING of 1 GiB | seconds | peak MiB above the input |")
+    print("|---|---|---|")
+    for layout in LAYOUTS:
+        for option in ([], ["-noshort"]):
+            run = Run([program, layout, *option, path, "-output", "/dev/null"], folder)
+            print(f"| `{' '.join([layout, *option])}` | {run.seconds:.2f} "
+                  f"| {run.mebibytes - input_mebibytes:.1f} |")
+    os.remove(path)
+    print("")
 
 
 def exponent(sizes, figures):
@@ -116,7 +150,7 @@ def growth(program, folder, largest):
         seconds = []
         memory = []
         for size in sizes:
-            path = write(folder, "family", make(size * MEGABYTE))
+            path = write(folder, "family", make, size * MEGABYTE)
             command = [program, "-decomposed", "-pad", "0xff", path]
             if "repaired" in name:
                 command = [program, "-zfixencoding", "fixed", "-znotrace", path]
@@ -124,8 +158,8 @@ def growth(program, folder, largest):
             seconds.append(min(run.seconds for run in runs))
             memory.append(max(run.mebibytes for run in runs))
         # The largest sizes only: start-up is most of the time of the small ones.
-        print(f"| {name} | {seconds[-1]:.2f} | {exponent(sizes[-4:], seconds[-4:]):.2f} "
-              f"| {exponent(sizes[-4:], memory[-4:]):.2f} |")
+        print(f"| {name} | {seconds[-1]:.2f} | {exponent(sizes[-3:], seconds[-3:]):.2f} "
+              f"| {exponent(sizes[-3:], memory[-3:]):.2f} |")
 
 
 def main():
@@ -140,6 +174,7 @@ def main():
     with tempfile.TemporaryDirectory() as folder:
         compare_with_peers(program, folder, options.pairs)
         start_up(program, folder, max(options.pairs, 200))
+        huge_string(program, folder)
         if options.growth_megabytes > 0:
             growth(program, folder, options.growth_megabytes)
     return 0
