@@ -34,6 +34,16 @@ need_build_tools() {
     need_command ninja ninja-build
 }
 
+need_test_tools() {
+    need_build_tools
+    need_file /usr/include/gtest/gtest.h libgtest-dev
+    need_command openssl openssl
+    need_command python3 python3
+    need_command git git
+    need_command less less
+    need_file /etc/ssl/certs/ca-certificates.crt ca-certificates
+}
+
 # build PRESET [CMAKE OPTION...]: configures and builds, and prints only what went wrong.
 build() {
     local preset=$1 log

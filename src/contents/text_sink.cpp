@@ -54,14 +54,6 @@ void TextSink::putHex(const std::uint8_t* octets, std::size_t count) {
     }
 }
 
-void TextSink::putLong(std::string_view text) {
-    while (!text.empty() && !full()) {
-        const std::size_t piece = std::min(text.size(), kPiece);
-        put(text.substr(0, piece));
-        text.remove_prefix(piece);
-    }
-}
-
 std::size_t TextSink::finish() {
     if (kind_ == Kind::Shortened) {
         const auto limit = static_cast<std::size_t>(end_ - start_) - 1;

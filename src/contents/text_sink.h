@@ -46,8 +46,6 @@ class TextSink {
     void putDecimal(std::int64_t value) { out_ = writeDecimal(out_, value); }
     // Any number of octets, two upper-case digits each, as far as they are wanted.
     void putHex(const std::uint8_t* octets, std::size_t count);
-    // Any number of characters, as far as they are wanted.
-    void putLong(std::string_view text);
 
     // Ends the text. Returns the characters that were taken.
     std::size_t finish();

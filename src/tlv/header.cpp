@@ -129,9 +129,7 @@ std::int32_t lengthChecked(ZxqGlobal& context, OctetView triple, const TripleHea
     if (header.has(HeaderTooLong)) {
         return 0;
     }
-    if (header.length == kUnreadable) {
-        reportPrematureEnd(context, triple);
-    } else if (header.exceeds(triple.remaining)) {
+    if (header.exceeds(triple.remaining)) {
         reportLengthTooLong(context, triple, header);
     }
     return header.length;

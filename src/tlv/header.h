@@ -92,8 +92,8 @@ std::int32_t decodeLengthOctets(OctetView& octets);
 std::int32_t headerLength(ZxqGlobal& context, OctetView triple, const TripleHeader& header);
 
 // The length of the header read at `triple`, for a header that `headerLength` has measured: the
-// declared length, kIndefinite, or kUnreadable. A header longer than the data gives 0. Raises
-// KX017E for unreadable length octets, KX035E for a definite length beyond the data.
+// declared length or kIndefinite. A header longer than the data gives 0, also where its length
+// octets are cut. Raises KX035E for a definite length beyond the data.
 std::int32_t lengthChecked(ZxqGlobal& context, OctetView triple, const TripleHeader& header);
 
 // Both of the above for a line printer: raises what is wrong with the header. Returns whether the

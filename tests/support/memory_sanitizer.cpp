@@ -5,4 +5,6 @@
 
 extern "C" const char* __msan_default_options();
 
-extern "C" const char* __msan_default_options() { return "poison_in_malloc=0:poison_in_free=0"; }
+extern "C" const char* __msan_default_options() {
+    return "poison_in_malloc=0:poison_in_free=0";
+}

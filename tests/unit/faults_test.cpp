@@ -12,6 +12,7 @@
 #include "cli/tool_table.h"
 #include "fixture.h"
 #include "runtime/flags.h"
+#include "runtime/kx_messages.h"
 #include "support/case_file.h"
 #include "support/process.h"
 
@@ -39,7 +40,12 @@ std::int32_t runInside(TestContext& context, std::vector<std::string> arguments)
 
 TEST(Faults, MemoryThatRunsOutAnywhereEndsTheRunCleanly) {
     const TemporaryFolder folder;
-    const std::string octets = octetsFromHex(kInput);
+    std::string octets = octetsFromHex(kInput);
+    // More levels than the first piece of memory for them holds, and a header that is cut.
+    for (int level = 0; level < 70; ++level) {
+        octets += std::string("\x30\x80", 2);
+    }
+    octets += "\x1F";
     writeFile(folder / "in", octets);
     writeFile(folder / "text", kInput + std::string(" 00"));
     writeFile(folder / "digits", "30 80 02 01 05 00 00");
@@ -66,7 +72,7 @@ TEST(Faults, MemoryThatRunsOutAnywhereEndsTheRunCleanly) {
             complete = CountedDefaults::refused == 0;
             const std::string text = context.takeText();
             if (complete) {
-                EXPECT_TRUE(status == 0 || status == 36) << status;
+                EXPECT_EQ(status, run[1] == "-zf" ? std::int32_t{kPrematureEnd} : 0);
             } else if (status == 46) {
                 EXPECT_NE(text.find("Error reading from input file"), std::string::npos);
             } else {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "support/case_file.h"
+#include "unit/fixture.h"
 
 namespace zxqtlv {
 namespace {
@@ -55,6 +56,39 @@ TEST(Header, IsReadWithItsLimitsAndFaults) {
         EXPECT_EQ(header.tagNumber, row.tagNumber);
         EXPECT_EQ(header.faults, row.faults);
     }
+}
+
+TEST(Header, HasServicesThatReadItInPieces) {
+    test::TestContext context;
+    const struct {
+        const char* octets;
+        std::int32_t identifierOctets;
+        std::int32_t length;       // of the contents
+        std::int32_t left;         // octets behind the header
+        const char* lengthOctets;  // where the identifier octets can be read
+    } rows[] = {
+        {"02 01 05", 1, 1, 1, "01 05"},
+        {"1F 81 00 82 01 00 41", 3, 256, 1, "82 01 00 41"},
+        {"30 80 00", 1, kIndefinite, 1, "80 00"},
+        {"04 82 01", 1, kUnreadable, 0, "82 01"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.octets);
+        const std::string octets = test::octetsFromHex(row.octets);
+        OctetView place{reinterpret_cast<const std::uint8_t*>(octets.data()),
+                        static_cast<std::int32_t>(octets.size())};
+        EXPECT_EQ(identifierLength(context.global, place), row.identifierOctets);
+        const std::string rest = test::octetsFromHex(row.lengthOctets);
+        ASSERT_EQ(place.remaining, static_cast<std::int32_t>(rest.size()));
+        EXPECT_EQ(decodeLengthOctets(place), row.length);
+        if (row.length != kUnreadable) {
+            EXPECT_EQ(place.remaining, row.left);
+        }
+    }
+    const std::string cut = test::octetsFromHex("1F 81");
+    OctetView place{reinterpret_cast<const std::uint8_t*>(cut.data()), 2};
+    EXPECT_EQ(identifierLength(context.global, place), kUnreadable);
+    EXPECT_EQ(place.remaining, 2);
 }
 
 }  // namespace
