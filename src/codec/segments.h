@@ -49,6 +49,10 @@ class OctetCursor {
 
     // The octets up to the end of the segment; none at the end of the string.
     std::optional<OctetView> nextPiece();
+    // What is left of the current segment.
+    OctetView piece() const { return piece_; }
+    // Past octets of the current segment.
+    void skip(std::int32_t octets) { piece_ = piece_.from(octets); }
     // The next octet, or -1 at the end of the string.
     int peek() { return piece_.remaining > 0 || loadPiece() ? *piece_.position : -1; }
     int next() {

@@ -77,28 +77,18 @@ void LargeArc::write(TextSink& sink) const {
     arc.write(sink);
 }
 
-// The octets of the subidentifier at the start of `octets`.
-OctetView firstSubidentifier(OctetView octets) {
-    std::int32_t count = 1;
-    while (octets.position[count - 1] >= 0x80) {
-        ++count;
-    }
-    return {octets.position, count};
-}
-
-std::uint64_t smallValue(OctetView octets) {
-    std::uint64_t value = 0;
-    for (std::int32_t i = 0; i < octets.remaining; ++i) {
-        value = value * 128 + (octets.position[i] & 0x7FU);
-    }
-    return value;
-}
-
-// One arc, or the two that the first subidentifier of an object identifier holds.
-void writeSubidentifier(TextSink& sink, OctetView octets, bool holdsTwo) {
+// Writes the subidentifier at the start of `octets`: one arc, or the two that the first one of an
+// object identifier holds. Returns its octets.
+std::int32_t writeSubidentifier(TextSink& sink, OctetView octets, bool holdsTwo) {
     constexpr std::int32_t kSmall = 9;  // octets whose value fits 63 bits
-    const bool small = octets.remaining <= kSmall;
-    const std::uint64_t value = small ? smallValue(octets) : 0;
+    std::uint64_t value = 0;            // of a small one
+    std::int32_t count = 0;
+    std::uint8_t octet = 0;
+    do {
+        octet = octets.position[count++];
+        value = value * 128 + (octet & 0x7FU);
+    } while (octet >= 0x80);
+    const bool small = count <= kSmall;
     std::uint32_t subtracted = 0;
     if (holdsTwo) {
         const bool below80 = small && value < 2 * std::uint64_t{kSecondArcs};
@@ -111,8 +101,9 @@ void writeSubidentifier(TextSink& sink, OctetView octets, bool holdsTwo) {
     if (small) {
         sink.putDecimal(static_cast<std::int64_t>(value - subtracted));
     } else {
-        writeLargeArc(sink, octets, subtracted);
+        writeLargeArc(sink, {octets.position, count}, subtracted);
     }
+    return count;
 }
 
 }  // namespace
@@ -127,9 +118,7 @@ void writeArcs(TextSink& sink, const IdentifierArcs& arcs, bool braces) {
         if (!first) {
             sink.put(' ');
         }
-        const OctetView subidentifier = firstSubidentifier(octets);
-        writeSubidentifier(sink, subidentifier, first && !arcs.relative);
-        octets = octets.from(subidentifier.remaining);
+        octets = octets.from(writeSubidentifier(sink, octets, first && !arcs.relative));
         first = false;
     }
     if (braces) {

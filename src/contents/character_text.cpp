@@ -57,6 +57,23 @@ void putCharacter(TextSink& sink, std::uint32_t code, int width) {
     sink.put(static_cast<char>(code));
 }
 
+// Characters of one octet that stand for themselves, as far as they go. False where there is none.
+bool putPlainRun(TextSink& sink, OctetCursor& cursor) {
+    const OctetView piece = cursor.piece();
+    const std::int32_t most =
+        std::min(piece.remaining, static_cast<std::int32_t>(TextSink::kPiece));
+    std::int32_t count = 0;
+    for (; count < most; ++count) {
+        const std::uint8_t octet = piece.position[count];
+        if (octet < 0x20 || octet > 0x7E || octet == '\\') {
+            break;
+        }
+        sink.put(static_cast<char>(octet));
+    }
+    cursor.skip(count);
+    return count > 0;
+}
+
 bool atEnd(OctetCursor& cursor, CharacterMode mode) {
     const int octet = cursor.peek();
     return octet < 0 || (octet == 0 && mode == CharacterMode::Utf8);
@@ -92,8 +109,11 @@ std::uint32_t readCharacter(OctetCursor& cursor, CharacterMode mode) {
 void formatCharacterString(TextSink& sink, const StringContents& contents, CharacterMode mode) {
     const int width = escapeWidth(mode);
     OctetCursor cursor(contents);
+    const bool ofOneOctet = mode == CharacterMode::Ia5 || mode == CharacterMode::Utf8;
     while (!sink.full() && !atEnd(cursor, mode)) {
-        putCharacter(sink, readCharacter(cursor, mode), width);
+        if (!ofOneOctet || !putPlainRun(sink, cursor)) {
+            putCharacter(sink, readCharacter(cursor, mode), width);
+        }
     }
 }
 

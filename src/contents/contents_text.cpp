@@ -81,7 +81,7 @@ char* allocateText(ZxqGlobal& context, std::size_t size) {
 ContentsReader::ContentsReader(ZxqGlobal& context, EndSearch& search)
     : context_(context), search_(search), types_(*context.controlTable) {}
 
-const Contents& ContentsReader::read(OctetView triple, const TripleHeader& header) {
+const Contents& ContentsReader::readFurther(OctetView triple, const TripleHeader& header) {
     contents_.present = false;
     contents_.invalid = false;
     contents_.decoded = false;
@@ -111,11 +111,6 @@ const Contents& ContentsReader::read(OctetView triple, const TripleHeader& heade
     contents_.present = contents_.octets.remaining > 0;
     contents_.invalid = noted != kSound;
     return contents_;
-}
-
-const BuiltInType* ContentsReader::typeOf(const TripleHeader& header) const {
-    return header.tagClass == TagClass::Universal ? types_.find(header.tagNumber, header.length)
-                                                  : nullptr;
 }
 
 // Whether the triple lies in a string whose segments have all been checked, as one of them.

@@ -43,11 +43,26 @@ class ContentsReader {
     // where nothing remains (KX017E has been raised), where the header does not fit, and where
     // memory is exhausted (KX001S has been raised). An unreadable header inside an indefinite
     // triple is fatal (KX017E, silent). What comes back is good until the next call.
-    const Contents& read(OctetView triple, const TripleHeader& header);
+    const Contents& read(OctetView triple, const TripleHeader& header) {
+        // Nearly every constructed triple, and many others, are of no type and whole.
+        if (header.length >= 0 && header.fits(triple.remaining) &&
+            !header.exceeds(triple.remaining) && typeOf(header) == nullptr) {
+            contents_.present = header.length > 0;
+            contents_.invalid = false;
+            contents_.decoded = false;
+            contents_.octets = {triple.position + header.headerOctets, header.length};
+            return contents_;
+        }
+        return readFurther(triple, header);
+    }
 
   private:
+    const Contents& readFurther(OctetView triple, const TripleHeader& header);
     std::uint32_t decode(const BuiltInType& type, OctetView triple, const TripleHeader& header);
-    const BuiltInType* typeOf(const TripleHeader& header) const;
+    const BuiltInType* typeOf(const TripleHeader& header) const {
+        return header.tagClass == TagClass::Universal ? types_.find(header.tagNumber, header.length)
+                                                      : nullptr;
+    }
     std::uint32_t readOctets(OctetView triple, const TripleHeader& header, OctetView& octets);
     bool isCheckedSegment(OctetView triple, const TripleHeader& header) const;
 

@@ -13,14 +13,6 @@
 namespace zxqtlv {
 namespace {
 
-constexpr auto kNameFields = [] {
-    std::array<TagText, kUniversalTagNames.size()> fields{};
-    for (std::size_t tag = 0; tag < fields.size(); ++tag) {
-        fields[tag] = paddedName(kUniversalTagNames[tag]);
-    }
-    return fields;
-}();
-
 // A universal tag without a name prints like a context-specific one.
 constexpr std::array<std::string_view, 4> kClassPrefixes{"", "APPLICATION ", "", "PRIVATE "};
 
@@ -47,19 +39,17 @@ OctetView clampedView(const std::uint8_t* octets, std::uint32_t remaining) {
 
 }  // namespace
 
-std::string_view tagName(ZxqGlobal& context, OctetView triple, const TripleHeader& header,
-                         TagText& storage) {
+std::string_view rareTagName(ZxqGlobal& context, OctetView triple, const TripleHeader& header,
+                             TagText& storage) {
     if (triple.remaining <= 0 || tagNumber(context, triple, header) < 0) {
         return {};
     }
-    if (header.tagClass == TagClass::Universal) {
-        if (header.tagNumber == 0 && secondOctet(triple) != 0) {
+    if (header.tagClass == TagClass::Universal && header.tagNumber == 0) {
+        if (secondOctet(triple) != 0) {
             kxReportError(&context, kEocSecondOctet);
             return {};
         }
-        if (const std::string_view name = universalTagName(header.tagNumber); !name.empty()) {
-            return {kNameFields[static_cast<std::size_t>(header.tagNumber)].data(), name.size()};
-        }
+        return {kNameFields[0].data(), kEndOfContentsName.size()};
     }
     return writeBracketed(header, storage);
 }

@@ -84,6 +84,15 @@ constexpr TagText paddedName(std::string_view name) {
     return padded;
 }
 
+// The names of the universal tag numbers with their blanks.
+inline constexpr auto kNameFields = [] {
+    std::array<TagText, kUniversalTagNames.size()> fields{};
+    for (std::size_t tag = 0; tag < fields.size(); ++tag) {
+        fields[tag] = paddedName(kUniversalTagNames[tag]);
+    }
+    return fields;
+}();
+
 // What stands for the name of a triple that starts with 00.
 inline constexpr TagText kUnknownField = paddedName("Unknown");
 inline constexpr std::string_view kUnknownName{kUnknownField.data(), 7};
@@ -92,8 +101,18 @@ inline constexpr std::string_view kUnknownName{kUnknownField.data(), 7};
 // `storage`, never empty; kTagField characters may be read. A view of null means no name: nothing
 // remains, the tag number cannot be read (KX017E has been raised), or a universal 0 is followed by
 // a non-zero octet (KX037E).
-std::string_view tagName(ZxqGlobal& context, OctetView triple, const TripleHeader& header,
-                         TagText& storage);
+std::string_view rareTagName(ZxqGlobal& context, OctetView triple, const TripleHeader& header,
+                             TagText& storage);
+inline std::string_view tagName(ZxqGlobal& context, OctetView triple, const TripleHeader& header,
+                                TagText& storage) {
+    // Nearly every tag is universal and has a name.
+    if (header.tagClass == TagClass::Universal && header.tagNumber > 0) {
+        if (const std::string_view name = universalTagName(header.tagNumber); !name.empty()) {
+            return {kNameFields[static_cast<std::size_t>(header.tagNumber)].data(), name.size()};
+        }
+    }
+    return rareTagName(context, triple, header, storage);
+}
 
 // The same as a NUL-terminated text from the context's allocate function, to be given back with
 // `freeText`; null for no name, and when memory is exhausted (KX001S has been raised).

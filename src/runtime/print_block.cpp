@@ -16,6 +16,13 @@ void PrintBlock::handOver() {
     zxqprint(owner_, "%s", text_.data());
 }
 
+char* PrintBlock::startDeepLine(std::size_t blanks, std::size_t count) {
+    append('\n');
+    startRow();
+    appendManyBlanks(blanks);
+    return reserve(count);
+}
+
 void PrintBlock::appendManyBlanks(std::size_t count) {
     while (count > 0) {
         const std::size_t piece = std::min(count, kCapacity);

@@ -60,13 +60,25 @@ class PrintBlock {
         commit(out + text.size());
     }
     void appendBlanks(std::size_t count) {
-        if (count > kShort) {
+        if (count > kFew) {
             appendManyBlanks(count);
             return;
         }
-        char* out = reserve(kShort);
-        std::memset(out, ' ', count);
+        char* out = reserve(kFew);
+        std::memset(out, ' ', kFew);  // a fixed number costs less than a call for the right one
         commit(out + count);
+    }
+    // Ends the line before and starts a row with `blanks` blanks. Returns room for `count` (less
+    // than kCapacity - kFew) characters behind them; what was written counts after `commit`.
+    char* startLine(std::size_t blanks, std::size_t count) {
+        if (blanks > kFew) {
+            return startDeepLine(blanks, count);
+        }
+        char* out = reserve(1 + kFew + count);
+        *out++ = '\n';
+        rowStart_ = handedOver_ + size_ + 1;
+        std::memset(out, ' ', kFew);
+        return out + blanks;
     }
     // Two upper-case digits for each of `count` octets.
     void appendHex(const std::uint8_t* octets, std::size_t count) {
@@ -86,7 +98,9 @@ class PrintBlock {
 
   private:
     static constexpr std::size_t kShort = 256;
+    static constexpr std::size_t kFew = 64;
 
+    char* startDeepLine(std::size_t blanks, std::size_t count);
     void appendManyBlanks(std::size_t count);
     void appendLong(std::string_view text);
     void appendLongHex(const std::uint8_t* octets, std::size_t count);

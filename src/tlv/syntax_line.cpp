@@ -20,7 +20,7 @@ constexpr std::size_t kLongestName = 12;  // characters of a name that are shown
 constexpr std::size_t kTypeColumn = 13;   // characters
 constexpr std::size_t kLengthColumn = 8;
 // Characters of a column with what is written past its end, at most.
-constexpr std::size_t kFieldsRoom = 64;
+constexpr std::size_t kFieldsRoom = 96;
 
 std::size_t indentation(const Line& line) {
     return 2 * line.depth;
@@ -68,14 +68,13 @@ std::size_t breakOf(const TripleHeader& header) {
 char* fillColumn(char* start, char* end, std::size_t column) {
     const auto printed = static_cast<std::size_t>(end - start);
     const std::size_t blanks = printed > column ? printed - column : column - printed;
-    std::memset(end, ' ', blanks);
+    std::memset(end, ' ', kTypeColumn);  // as many as it may be, for a fixed number costs less
     return end + blanks;
 }
 
 void printTitles(PrintBlock& out, const Line& line) {
-    out.append('\n');
-    out.appendBlanks(indentation(line));
-    out.append("Type         Length  Contents");
+    out.commit(writeText(out.startLine(indentation(line), kFieldsRoom),
+                         "Type         Length  Contents"));
 }
 
 char* writeApplicationTag(char* out, const TripleHeader& header) {
@@ -93,23 +92,22 @@ char* writeName(char* out, const char* name) {
     return out + kTypeColumn;
 }
 
-void printType(PrintBlock& out, const Line& line, std::string_view name) {
+// Writes to `end`, the room that a started line has. Returns where the line, which may be another
+// one then, goes on.
+char* printType(PrintBlock& out, char* end, const Line& line, std::string_view name) {
     if (line.header.tagClass == TagClass::Application) {
-        out.commit(writeApplicationTag(out.reserve(kFieldsRoom), line.header));
-        return;
+        return writeApplicationTag(end, line.header);
     }
     const std::size_t split = breakOf(line.header);
     if (split != 0) {
-        out.append(name.substr(0, std::min(split, kLongestName)));
-        out.append('\n');
-        out.startRow();
-        out.appendBlanks(indentation(line));
+        std::memcpy(end, name.data(), kLongestName);
+        out.commit(end + std::min(split, kLongestName));
+        end = out.startLine(indentation(line), kFieldsRoom);
     }
-    out.commit(writeName(out.reserve(kFieldsRoom), name.data() + split));
+    return writeName(end, name.data() + split);
 }
 
-void printLength(PrintBlock& out, const Line& line, bool readable, bool exceeds) {
-    char* const start = out.reserve(kFieldsRoom);
+char* writeLength(char* start, const Line& line, bool readable, bool exceeds) {
     char* end = start;
     if (!readable) {
         end = writeText(end, "???");
@@ -119,7 +117,17 @@ void printLength(PrintBlock& out, const Line& line, bool readable, bool exceeds)
         *end = '?';
         end = writeDecimal(end + (exceeds ? 1 : 0), line.header.length);
     }
-    out.commit(fillColumn(start, end, kLengthColumn));
+    return fillColumn(start, end, kLengthColumn);
+}
+
+// A line with a message in front of it goes on where that ends.
+char* startLine(PrintBlock& out, const Line& line, bool sound) {
+    if (sound) {
+        return out.startLine(indentation(line), kFieldsRoom);
+    }
+    out.startRow();
+    out.appendBlanks(indentation(line));
+    return out.reserve(kFieldsRoom);
 }
 
 // Returns true when the contents are invalid.
@@ -149,19 +157,14 @@ bool printSyntaxLine(ZxqGlobal& context, ContentsReader& reader, const Line& lin
     }
     const bool readable = checkHeader(context, line.triple, line.header);
     const bool exceeds = readable && line.header.exceeds(line.triple.remaining);
-    if (readable && !exceeds) {
-        out.append('\n');
-    }
-    out.startRow();
-    out.appendBlanks(indentation(line));
-    printType(out, line, name);
-    printLength(out, line, readable, exceeds);
+    char* const start = startLine(out, line, readable && !exceeds);
+    char* const behindType = printType(out, start, line, name);
+    out.commit(writeLength(behindType, line, readable, exceeds));
     if (!readable) {
         return true;
     }
     if (isEmptyIndefinite(line)) {
-        out.append('\n');
-        out.appendBlanks(indentation(line));
+        out.commit(out.startLine(indentation(line), 0));
         out.append(kEndOfContentsName);
         return false;
     }

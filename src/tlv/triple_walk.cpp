@@ -80,13 +80,11 @@ bool TripleWalk::enterContents() {
     }
     const std::int32_t headerOctets =
         header_.isIndefinite() ? -header_.headerOctets : header_.headerOctets;
-    if (!levels_.push({start_, bound_, headerOctets})) {
-        kxReportError(&context_, kOutOfMemoryCode);
-        return false;
-    }
-    const std::int32_t start = offsetOf(*contents);
-    moveTo(start, start + contents->remaining);
-    return true;
+    return enter(offsetOf(*contents) - start_, contents->remaining, headerOctets);
+}
+
+void TripleWalk::reportNoMemory() {
+    kxReportError(&context_, kOutOfMemoryCode);
 }
 
 bool TripleWalk::searchNext() {

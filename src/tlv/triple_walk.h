@@ -54,7 +54,16 @@ class TripleWalk {
     std::size_t depth() const { return levels_.size(); }
 
     // To the first triple of the current one's contents, when it has any.
-    bool descend() { return header_.constructed && enterContents(); }
+    bool descend() {
+        if (!header_.constructed) {
+            return false;
+        }
+        const std::int32_t inside = bound_ - start_ - header_.headerOctets;
+        if (header_.length > 0 && header_.length <= inside && header_.headerOctets > 0) {
+            return enter(header_.headerOctets, header_.length, header_.headerOctets);
+        }
+        return enterContents();
+    }
     // To the next triple of the level. False at its end, where then nothing remains.
     bool advance() {
         // Definite lengths that fit, nearly all, need no search.
@@ -85,7 +94,16 @@ class TripleWalk {
         bound_ = bound;
         header_ = readHeader(triple(), mask_);
     }
+    bool enter(std::int32_t skipped, std::int32_t contentsOctets, std::int32_t headerOctets) {
+        if (!levels_.push({start_, bound_, headerOctets})) {
+            reportNoMemory();
+            return false;
+        }
+        moveTo(start_ + skipped, start_ + skipped + contentsOctets);
+        return true;
+    }
     bool enterContents();
+    void reportNoMemory();
     bool searchNext();
     std::int32_t offsetOf(OctetView view) const {
         return static_cast<std::int32_t>(view.position - origin_);
