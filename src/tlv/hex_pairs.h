@@ -23,9 +23,7 @@ inline void printHexPairs(PrintBlock& out, OctetView octets, std::size_t indenta
     }
     out.appendBlanks(indentation);
     out.appendHex(octets.position, static_cast<std::size_t>(octets.remaining));
-    if (!trailer.empty()) {
-        out.append(trailer);
-    }
+    out.append(trailer);
 }
 
 }  // namespace zxqtlv

@@ -14,7 +14,7 @@ namespace zxqtlv {
 namespace {
 
 constexpr std::int64_t kLineRoom = 75;         // characters, the "..." and a blank not counted
-constexpr std::int32_t kShortIdentifier = 16;  // octets
+constexpr std::size_t kShortIdentifier = 16;  // octets
 // Characters of a short identifier, 127 length octets and what stands around them.
 constexpr std::size_t kHeaderRoom = 320;
 
@@ -72,20 +72,29 @@ char* writeLength(char* out, const Line& line) {
     return out;
 }
 
-void printHeader(PrintBlock& out, const Line& line, bool questioned) {
-    const TripleHeader& header = line.header;
+// A line with a message in front of it goes on where that ends.
+char* startLine(PrintBlock& out, const Line& line, bool sound) {
+    if (sound) {
+        return out.startLine(indentation(line), kHeaderRoom);
+    }
+    out.startRow();
     out.appendBlanks(indentation(line));
+    return out.reserve(kHeaderRoom);
+}
+
+void printHeader(PrintBlock& out, const Line& line, bool faulty) {
+    const TripleHeader& header = line.header;
+    const auto identifierOctets = static_cast<std::size_t>(header.identifierOctets);
+    char* end = startLine(out, line, !faulty);
     // Identifiers have no limit, but for nearly all the header goes into one piece.
-    const bool isLong = header.identifierOctets > kShortIdentifier;
-    if (isLong) {
-        out.appendHex(line.triple.position, static_cast<std::size_t>(header.identifierOctets));
+    if (identifierOctets <= kShortIdentifier) {
+        end = writeHexPairs(end, line.triple.position, identifierOctets);
+    } else {
+        out.commit(end);
+        out.appendHex(line.triple.position, identifierOctets);
+        end = out.reserve(kHeaderRoom);
     }
-    char* end = out.reserve(kHeaderRoom);
-    if (!isLong) {
-        end = writeHexPairs(end, line.triple.position,
-                            static_cast<std::size_t>(header.identifierOctets));
-    }
-    end = writeTrailer(end, header.isIndefinite(), questioned);
+    end = writeTrailer(end, header.isIndefinite(), faulty || line.fixed);
     out.commit(header.isIndefinite() ? end : writeLength(end, line));
 }
 
@@ -121,18 +130,12 @@ bool printHexadecimalLine(ZxqGlobal& context, ContentsReader& /*reader*/, const 
     }
     PrintBlock& out = printBlock(context);
     const bool faulty = reportFaults(context, line);
-    if (!faulty) {
-        out.append('\n');
-    }
-    out.startRow();
-    printHeader(out, line, faulty || line.fixed);
+    printHeader(out, line, faulty);
     if (header.length == kUnreadable) {
         return true;
     }
     if (!faulty && isEmptyIndefinite(line)) {
-        out.append('\n');
-        out.appendBlanks(indentation(line));
-        out.append("00 00");
+        out.commit(writeText(out.startLine(indentation(line), kHeaderRoom), "00 00"));
         return false;
     }
     if (faulty || !header.constructed) {

@@ -67,9 +67,14 @@ class TripleWalk {
     // To the next triple of the level. False at its end, where then nothing remains.
     bool advance() {
         // Definite lengths that fit, nearly all, need no search.
-        if (header_.length >= 0 && header_.length < bound_ - start_ - header_.headerOctets) {
+        const std::int32_t inside = bound_ - start_ - header_.headerOctets;
+        if (header_.length >= 0 && header_.length < inside) {
             moveTo(start_ + header_.headerOctets + header_.length, bound_);
             return true;
+        }
+        if (header_.length >= 0 && header_.length == inside) {
+            start_ = bound_;
+            return false;
         }
         return searchNext();
     }
