@@ -11,11 +11,15 @@ static std::string captured;
 
 static int capture(zxqtlv::ZxqGlobal*, const char* format, ...) {
     std::va_list arguments;
+    std::va_list again;
     va_start(arguments, format);
-    char text[1 << 17];  // more than the tool prints at once
-    const int size = std::vsnprintf(text, sizeof text, format, arguments);
+    va_copy(again, arguments);
+    const int size = std::vsnprintf(nullptr, 0, format, arguments);
+    std::string text(static_cast<std::size_t>(size) + 1, ' ');
+    std::vsnprintf(text.data(), text.size(), format, again);
+    captured.append(text, 0, static_cast<std::size_t>(size));
+    va_end(again);
     va_end(arguments);
-    captured += text;
     return size;
 }
 

@@ -71,7 +71,7 @@ std::int32_t zxqinit(ZxqGlobal* context, const ControlTable* table) {
     if (memory == nullptr) {
         return kOutOfMemory;
     }
-    context->runtimePrivate = new (memory) RuntimePrivate{};
+    context->runtimePrivate = new (memory) RuntimePrivate;  // not {}, which would clear the text
     context->runtimePrivate->printBlock.bind(context);
     if (table == nullptr || table->version != kControlTableVersion) {
         releasePrivate(*context);

@@ -25,7 +25,8 @@ struct ZxqGlobal;
 
 class PrintBlock {
   public:
-    static constexpr std::size_t kCapacity = 64 * 1024;
+    // Fits the caches, and makes the parts of pages at both ends of a write rare.
+    static constexpr std::size_t kCapacity = 512 * 1024;
 
     // The context whose `zxqprint` takes the text; set once, before the first append.
     void bind(ZxqGlobal* owner) { owner_ = owner; }
