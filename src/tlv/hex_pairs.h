@@ -23,7 +23,9 @@ inline void printHexPairs(PrintBlock& out, OctetView octets, std::size_t indenta
     }
     out.appendBlanks(indentation);
     out.appendHex(octets.position, static_cast<std::size_t>(octets.remaining));
-    out.append(trailer);
+    if (!trailer.empty()) {
+        out.append(trailer);
+    }
 }
 
 }  // namespace zxqtlv

@@ -55,7 +55,7 @@ char* writeTrailer(char* out, bool indefinite, bool questioned) {
 }
 
 // Definite lengths only; as many length octets as there are.
-char* writeLength(char* out, const Line& line) {
+char* writeLengthOctets(char* out, const Line& line) {
     const TripleHeader& header = line.header;
     OctetView octets = line.triple.from(header.identifierOctets);
     octets.remaining = std::min(octets.remaining, header.headerOctets - header.identifierOctets);
@@ -86,6 +86,13 @@ void printHeader(PrintBlock& out, const Line& line, bool faulty) {
     const TripleHeader& header = line.header;
     const auto identifierOctets = static_cast<std::size_t>(header.identifierOctets);
     char* end = startLine(out, line, !faulty);
+    // Nearly every header is two octets, the length in short form.
+    if (header.headerOctets == 2 && header.length >= 0 && !faulty && !line.fixed) {
+        end = writeHexPair(end, line.triple.position[0]);
+        *end++ = ' ';
+        out.commit(writeHexPair(end, line.triple.position[1]));
+        return;
+    }
     // Identifiers have no limit, but for nearly all the header goes into one piece.
     if (identifierOctets <= kShortIdentifier) {
         end = writeHexPairs(end, line.triple.position, identifierOctets);
@@ -95,26 +102,32 @@ void printHeader(PrintBlock& out, const Line& line, bool faulty) {
         end = out.reserve(kHeaderRoom);
     }
     end = writeTrailer(end, header.isIndefinite(), faulty || line.fixed);
-    out.commit(header.isIndefinite() ? end : writeLength(end, line));
+    out.commit(header.isIndefinite() ? end : writeLengthOctets(end, line));
 }
 
 void printContents(ZxqGlobal& context, PrintBlock& out, const Line& line) {
     const TripleHeader& header = line.header;
     const std::int64_t count = header.clamped(line.triple.remaining);
     std::int64_t digits = 2 * count;
-    std::string_view trailer;
+    bool cut = false;
     if ((context.flags & NoShort) == 0) {
         const std::int64_t room = kLineRoom - static_cast<std::int64_t>(out.column());
         const std::int64_t limit = shortenedLimit(context, room, room);
         if (digits > limit) {
             digits = limit;
-            trailer = "...";
+            cut = true;
         }
     }
     const std::int64_t shown = digits > 0 ? (digits + 1) / 2 : 0;
-    printHexPairs(out,
-                  {line.triple.position + header.headerOctets, static_cast<std::int32_t>(shown)}, 1,
-                  trailer);
+    const std::uint8_t* const octets = line.triple.position + header.headerOctets;
+    if (shown > kLineRoom) {
+        printHexPairs(out, {octets, static_cast<std::int32_t>(shown)}, 1, cut ? "..." : "");
+    } else if (shown > 0) {
+        char* end = out.reserve(1 + 2 * kLineRoom + 3);
+        *end++ = ' ';
+        end = writeHexPairs(end, octets, static_cast<std::size_t>(shown));
+        out.commit(cut ? writeText(end, "...") : end);
+    }
 }
 
 }  // namespace
