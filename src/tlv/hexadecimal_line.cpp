@@ -13,7 +13,7 @@
 namespace zxqtlv {
 namespace {
 
-constexpr std::int64_t kLineRoom = 75;         // characters, the "..." and a blank not counted
+constexpr std::int64_t kLineRoom = 75;        // characters, the "..." and a blank not counted
 constexpr std::size_t kShortIdentifier = 16;  // octets
 // Characters of a short identifier, 127 length octets and what stands around them.
 constexpr std::size_t kHeaderRoom = 320;

@@ -73,8 +73,8 @@ char* fillColumn(char* start, char* end, std::size_t column) {
 }
 
 void printTitles(PrintBlock& out, const Line& line) {
-    out.commit(writeText(out.startLine(indentation(line), kFieldsRoom),
-                         "Type         Length  Contents"));
+    out.commit(
+        writeText(out.startLine(indentation(line), kFieldsRoom), "Type         Length  Contents"));
 }
 
 char* writeApplicationTag(char* out, const TripleHeader& header) {
