@@ -137,14 +137,15 @@ bool printHexadecimalLine(ZxqGlobal& context, ContentsReader& /*reader*/, const 
     if (line.triple.position[0] == 0) {
         kxReportError(&context, kTagOfZero);
     }
-    if (header.identifierOctets == kUnreadable) {
+    const bool sound = header.faults == 0 && !header.exceeds(line.triple.remaining);
+    if (!sound && header.identifierOctets == kUnreadable) {
         printUnreadableRest(context, line);
         return true;
     }
     PrintBlock& out = printBlock(context);
-    const bool faulty = reportFaults(context, line);
+    const bool faulty = !sound && reportFaults(context, line);
     printHeader(out, line, faulty);
-    if (header.length == kUnreadable) {
+    if (faulty && header.length == kUnreadable) {
         return true;
     }
     if (!faulty && isEmptyIndefinite(line)) {
