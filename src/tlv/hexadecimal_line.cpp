@@ -18,10 +18,6 @@ constexpr std::size_t kShortIdentifier = 16;  // octets
 // Characters of a short identifier, 127 length octets and what stands around them.
 constexpr std::size_t kHeaderRoom = 320;
 
-std::size_t indentation(const Line& line) {
-    return 2 * line.depth;
-}
-
 // The rest of the level when not even the identifier can be read.
 void printUnreadableRest(ZxqGlobal& context, const Line& line) {
     PrintBlock& out = printBlock(context);
@@ -72,20 +68,10 @@ char* writeLengthOctets(char* out, const Line& line) {
     return out;
 }
 
-// A line with a message in front of it goes on where that ends.
-char* startLine(PrintBlock& out, const Line& line, bool sound) {
-    if (sound) {
-        return out.startLine(indentation(line), kHeaderRoom);
-    }
-    out.startRow();
-    out.appendBlanks(indentation(line));
-    return out.reserve(kHeaderRoom);
-}
-
 void printHeader(PrintBlock& out, const Line& line, bool faulty) {
     const TripleHeader& header = line.header;
     const auto identifierOctets = static_cast<std::size_t>(header.identifierOctets);
-    char* end = startLine(out, line, !faulty);
+    char* end = startRow(out, line, !faulty, kHeaderRoom);
     // Nearly every header is two octets, the length in short form.
     if (header.headerOctets == 2 && header.length >= 0 && !faulty && !line.fixed) {
         end = writeHexPair(end, line.triple.position[0]);

@@ -22,10 +22,6 @@ constexpr std::size_t kLengthColumn = 8;
 // Characters of a column with what is written past its end, at most.
 constexpr std::size_t kFieldsRoom = 96;
 
-std::size_t indentation(const Line& line) {
-    return 2 * line.depth;
-}
-
 constexpr bool contains(std::string_view name, std::string_view word) {
     return name.find(word) != std::string_view::npos;
 }
@@ -120,16 +116,6 @@ char* writeLength(char* start, const Line& line, bool readable, bool exceeds) {
     return fillColumn(start, end, kLengthColumn);
 }
 
-// A line with a message in front of it goes on where that ends.
-char* startLine(PrintBlock& out, const Line& line, bool sound) {
-    if (sound) {
-        return out.startLine(indentation(line), kFieldsRoom);
-    }
-    out.startRow();
-    out.appendBlanks(indentation(line));
-    return out.reserve(kFieldsRoom);
-}
-
 // Returns true when the contents are invalid.
 bool printContents(ZxqGlobal& context, ContentsReader& reader, const Line& line) {
     const Contents& contents = reader.read(line.triple, line.header);
@@ -157,7 +143,7 @@ bool printSyntaxLine(ZxqGlobal& context, ContentsReader& reader, const Line& lin
     }
     const bool readable = checkHeader(context, line.triple, line.header);
     const bool exceeds = readable && line.header.exceeds(line.triple.remaining);
-    char* const start = startLine(out, line, readable && !exceeds);
+    char* const start = startRow(out, line, readable && !exceeds, kFieldsRoom);
     char* const behindType = printType(out, start, line, name);
     out.commit(writeLength(behindType, line, readable, exceeds));
     if (!readable) {

@@ -15,11 +15,8 @@ namespace {
 using test::CountedDefaults;
 using test::Message;
 using test::octetsFromHex;
+using test::octetsOf;
 using test::TestContext;
-
-const std::uint8_t* octetsOf(const std::string& text) {
-    return reinterpret_cast<const std::uint8_t*>(text.data());
-}
 
 TEST(ContentsText, IsTheWholeTextOfATriple) {
     const std::string manyAs(5000, 'A');

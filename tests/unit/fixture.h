@@ -50,6 +50,10 @@ class CountedDefaults {
     const ProcessDefaults saved_;
 };
 
+inline const std::uint8_t* octetsOf(const std::string& text) {
+    return reinterpret_cast<const std::uint8_t*>(text.data());
+}
+
 struct Message {
     std::uint32_t code;
     std::uintptr_t detail1;

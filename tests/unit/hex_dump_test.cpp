@@ -10,11 +10,8 @@ namespace zxqtlv {
 namespace {
 
 using test::octetsFromHex;
+using test::octetsOf;
 using test::TestContext;
-
-const std::uint8_t* octetsOf(const std::string& text) {
-    return reinterpret_cast<const std::uint8_t*>(text.data());
-}
 
 TEST(HexDump, HasTwoLayouts) {
     const std::string blanks(64, ' ');

@@ -10,11 +10,8 @@ namespace {
 using test::CountedDefaults;
 using test::Message;
 using test::octetsFromHex;
+using test::octetsOf;
 using test::TestContext;
-
-const std::uint8_t* octetsOf(const std::string& text) {
-    return reinterpret_cast<const std::uint8_t*>(text.data());
-}
 
 TEST(TagText, NamesATagByClassAndNumber) {
     const struct {
