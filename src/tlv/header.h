@@ -65,18 +65,31 @@ std::uint8_t tagMask(const ZxqGlobal& context);
 
 // Reads the header at `triple`, silently. With nothing remaining every field is unreadable.
 TripleHeader readLongHeader(OctetView triple, std::uint8_t mask);
-inline TripleHeader readHeader(OctetView triple, std::uint8_t mask) {
+// Reads it into a record in place: a record that is copied right after its fields were written one
+// by one costs several times as much.
+inline void readHeaderInto(TripleHeader& header, OctetView triple, std::uint8_t mask) {
     // Nearly every header is two octets: a low tag number and a short-form length.
     if (triple.remaining >= 2) {
         const std::uint8_t identifier = triple.position[0];
         const std::uint8_t length = triple.position[1];
         if ((identifier & mask) != mask && length < 0x80) {
-            return {
-                identifier & mask,        1,     2, length, static_cast<TagClass>(identifier >> 6),
-                (identifier & 0x20) != 0, false, 0};
+            header.tagNumber = identifier & mask;
+            header.identifierOctets = 1;
+            header.headerOctets = 2;
+            header.length = length;
+            header.tagClass = static_cast<TagClass>(identifier >> 6);
+            header.constructed = (identifier & 0x20) != 0;
+            header.longForm = false;
+            header.faults = 0;
+            return;
         }
     }
-    return readLongHeader(triple, mask);
+    header = readLongHeader(triple, mask);
+}
+inline TripleHeader readHeader(OctetView triple, std::uint8_t mask) {
+    TripleHeader header;
+    readHeaderInto(header, triple, mask);
+    return header;
 }
 
 // The identifier octets (1 or more), moving `triple` to the first length octet; kUnreadable, and

@@ -97,7 +97,7 @@ class TripleWalk {
     void moveTo(std::int32_t start, std::int32_t bound) {
         start_ = start;
         bound_ = bound;
-        header_ = readHeader(triple(), mask_);
+        readHeaderInto(header_, triple(), mask_);
     }
     bool enter(std::int32_t skipped, std::int32_t contentsOctets, std::int32_t headerOctets) {
         if (!levels_.push({start_, bound_, headerOctets})) {
