@@ -18,8 +18,8 @@ SIZES = (60_000, 120_000)
 # Doubling may cost a little more than twice the work, never three times.
 LIMIT = 2.3
 # Against the output of an indented layout. Long runs of blanks count an instruction each where
-# short ones do not, so the line between the two shows as growth.
-OUTPUT_LIMIT = 1.6
+# short ones do not, so inputs must be large enough for long runs alone to matter.
+OUTPUT_LIMIT = 1.3
 
 
 def instructions(command, folder):
@@ -56,11 +56,11 @@ def main():
             return work, os.path.getsize(output) if os.path.exists(output) else 0
 
         for family, make in inputs.FAMILIES.items():
-            # Deep nesting shows in indented layouts as blanks, the square of the depth of them.
+            # In indented layouts deep nesting costs blanks, as many as the square of the depth.
             for what, command, by_output in commands(program, family):
                 sizes = SIZES
                 if by_output and "nesting" in family:
-                    sizes = tuple(size // 20 for size in SIZES)
+                    sizes = tuple(size // 6 for size in SIZES)
                 base, _ = measure(command, b"\x05\x00")
                 (low, low_out), (high, high_out) = (
                     measure(command, make(size)) for size in sizes
