@@ -55,11 +55,12 @@ bool DecomposedWalk::printTriple() {
 // Out of finished levels to the next triple. False when there is none.
 bool DecomposedWalk::leaveLevel() {
     while (walk_.depth() > 0) {
-        const TripleWalk::Closing closing = walk_.ascend();
-        if (closing.indefinite) {
-            printClosing(closing.octets);
-        }
-        if (walk_.advance()) {
+        if (walk_.inIndefinite()) {
+            printClosing(walk_.ascend());
+            if (walk_.advance()) {
+                return walk_.depth() > 0 || startNextRecord();
+            }
+        } else if (walk_.ascendAndAdvance()) {
             return walk_.depth() > 0 || startNextRecord();
         }
     }

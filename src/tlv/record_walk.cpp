@@ -89,11 +89,12 @@ bool RecordWalk::printTriple() {
 bool RecordWalk::leaveLevel() {
     titled_ = false;
     while (walk_.depth() > 0) {
-        const TripleWalk::Closing closing = walk_.ascend();
-        if (closing.indefinite) {
-            printClosing(closing.octets);
-        }
-        if (walk_.advance()) {
+        if (walk_.inIndefinite()) {
+            printClosing(walk_.ascend());
+            if (walk_.advance()) {
+                return true;
+            }
+        } else if (walk_.ascendAndAdvance()) {
             return true;
         }
     }

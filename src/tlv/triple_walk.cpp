@@ -97,7 +97,7 @@ bool TripleWalk::searchNext() {
     return true;
 }
 
-TripleWalk::Closing TripleWalk::ascend() {
+OctetView TripleWalk::ascend() {
     const Level level = levels_.back();
     levels_.pop();
     const std::int32_t contentsEnd = bound_;
@@ -106,7 +106,7 @@ TripleWalk::Closing TripleWalk::ascend() {
     const bool indefinite = level.headerOctets < 0;
     header_.headerOctets = indefinite ? -level.headerOctets : level.headerOctets;
     header_.length = indefinite ? kIndefinite : contentsEnd - level.start - header_.headerOctets;
-    return {indefinite, {origin_ + contentsEnd, 2}};
+    return {origin_ + contentsEnd, 2};
 }
 
 void TripleWalk::skip(std::int32_t octets) {

@@ -37,12 +37,6 @@ std::optional<OctetView> nextTriple(ZxqGlobal& context, EndSearch& search, Octet
 
 class TripleWalk {
   public:
-    // What `ascend` came out of.
-    struct Closing {
-        bool indefinite;   // the triple has the indefinite form
-        OctetView octets;  // the two octets behind its contents
-    };
-
     TripleWalk(ZxqGlobal& context, OctetView encoding);
 
     // The current triple; nothing remains at the end of a level.
@@ -78,8 +72,22 @@ class TripleWalk {
         }
         return searchNext();
     }
-    // Back to the triple whose contents these are. Not at depth 0.
-    Closing ascend();
+    // Back to the triple whose contents these are. Not at depth 0. Returns the two octets behind
+    // its contents.
+    OctetView ascend();
+    // Whether the triple whose contents these are has the indefinite form. Not at depth 0.
+    bool inIndefinite() const { return levels_.back().headerOctets < 0; }
+    // `ascend` and `advance` in one step, out of a triple with a definite length.
+    bool ascendAndAdvance() {
+        const std::int32_t bound = levels_.back().bound;
+        levels_.pop();
+        if (bound_ < bound) {
+            moveTo(bound_, bound);
+            return true;
+        }
+        start_ = bound_ = bound;
+        return false;
+    }
     // Past `octets` of padding, at a place where a triple may start.
     void skip(std::int32_t octets);
     // Reads the current header again, after its octets were changed.
@@ -89,8 +97,8 @@ class TripleWalk {
 
   private:
     struct Level {
-        std::int32_t start;
         std::int32_t bound;
+        std::int32_t start;
         std::int32_t headerOctets;  // negative for the indefinite form
     };
 
@@ -100,7 +108,7 @@ class TripleWalk {
         readHeaderInto(header_, triple(), mask_);
     }
     bool enter(std::int32_t skipped, std::int32_t contentsOctets, std::int32_t headerOctets) {
-        if (!levels_.push({start_, bound_, headerOctets})) {
+        if (!levels_.push({bound_, start_, headerOctets})) {
             reportNoMemory();
             return false;
         }
