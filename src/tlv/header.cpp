@@ -41,23 +41,22 @@ std::uint8_t tagMask(const ZxqGlobal& context) {
     return context.encodingRules == 9 || context.encodingRules == 10 ? kSixBitTagMask : kBerTagMask;
 }
 
-TripleHeader readLongHeader(OctetView triple, std::uint8_t mask) {
-    TripleHeader header{-1,    kUnreadable, kUnreadable, kUnreadable, TagClass::Unknown,
-                        false, false,       TagCut};
+void readLongHeader(TripleHeader& header, OctetView triple, std::uint8_t mask) {
+    header = {-1, kUnreadable, kUnreadable, kUnreadable, TagClass::Unknown, false, false, TagCut};
     if (triple.remaining <= 0) {
-        return header;
+        return;
     }
     const std::uint8_t first = triple.position[0];
     header.tagClass = static_cast<TagClass>(first >> 6);
     header.constructed = (first & kConstructed) != 0;
     const Identifier identifier = readIdentifier(triple, mask);
     if (identifier.octets == kUnreadable) {
-        return header;
+        return;
     }
     header.tagNumber = identifier.tagNumber;
     if (identifier.octets >= triple.remaining) {
         header.faults = LengthMissing;
-        return header;
+        return;
     }
     OctetView octets = triple.from(identifier.octets);
     const std::uint8_t firstLength = octets.position[0];
@@ -72,7 +71,6 @@ TripleHeader readLongHeader(OctetView triple, std::uint8_t mask) {
     if (header.length == kUnreadable) {
         header.faults |= LengthCut;
     }
-    return header;
 }
 
 std::int32_t identifierLength(const ZxqGlobal& context, OctetView& triple) {

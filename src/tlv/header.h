@@ -63,10 +63,10 @@ struct TripleHeader {
 // The high-tag-number mask under the context's encoding rules.
 std::uint8_t tagMask(const ZxqGlobal& context);
 
-// Reads the header at `triple`, silently. With nothing remaining every field is unreadable.
-TripleHeader readLongHeader(OctetView triple, std::uint8_t mask);
-// Reads it into a record in place: a record that is copied right after its fields were written one
-// by one costs several times as much.
+// Reads the header at `triple` into a record in place, silently: a record that is copied right
+// after its fields were written one by one costs several times as much. With nothing remaining
+// every field is unreadable.
+void readLongHeader(TripleHeader& header, OctetView triple, std::uint8_t mask);
 inline void readHeaderInto(TripleHeader& header, OctetView triple, std::uint8_t mask) {
     // Nearly every header is two octets: a low tag number and a short-form length.
     if (triple.remaining >= 2) {
@@ -84,7 +84,7 @@ inline void readHeaderInto(TripleHeader& header, OctetView triple, std::uint8_t 
             return;
         }
     }
-    header = readLongHeader(triple, mask);
+    readLongHeader(header, triple, mask);
 }
 inline TripleHeader readHeader(OctetView triple, std::uint8_t mask) {
     TripleHeader header;
