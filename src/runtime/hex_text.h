@@ -40,16 +40,16 @@ inline constexpr auto kDecimalPairs = [] {
 
 // Two upper-case digits.
 inline char* writeHexPair(char* out, std::uint8_t octet) {
-    std::memcpy(out, &kHexPairs[2U * octet], 2);
+    std::memcpy(out, &kHexPairs[2 * std::size_t{octet}], 2);
     return out + 2;
 }
 
 // Two upper-case digits for each of `count` octets, without separators.
 inline char* writeHexPairs(char* out, const std::uint8_t* octets, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i) {
-        out = writeHexPair(out, octets[i]);
+        writeHexPair(out + 2 * i, octets[i]);
     }
-    return out;
+    return out + 2 * count;
 }
 
 inline constexpr std::size_t kNumberRoom = 20;  // characters of the longest number

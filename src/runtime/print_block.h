@@ -96,6 +96,10 @@ class PrintBlock {
     void startRow() { rowStart_ = handedOver_ + size_; }
     // Characters since the row started.
     std::size_t column() const { return handedOver_ + size_ - rowStart_; }
+    // The same at `end`, in room that was reserved and not committed yet.
+    std::size_t columnAt(const char* end) const {
+        return handedOver_ + static_cast<std::size_t>(end - text_.data()) - rowStart_;
+    }
 
   private:
     static constexpr std::size_t kShort = 256;

@@ -15,8 +15,8 @@ namespace {
 
 constexpr std::int64_t kLineRoom = 75;        // characters, the "..." and a blank not counted
 constexpr std::size_t kShortIdentifier = 16;  // octets
-// Characters of a short identifier, 127 length octets and what stands around them.
-constexpr std::size_t kHeaderRoom = 320;
+// Characters of a short identifier, 127 length octets, contents and what stands around them.
+constexpr std::size_t kRowRoom = 480;
 
 // The rest of the level when not even the identifier can be read.
 void printUnreadableRest(ZxqGlobal& context, const Line& line) {
@@ -68,16 +68,16 @@ char* writeLengthOctets(char* out, const Line& line) {
     return out;
 }
 
-void printHeader(PrintBlock& out, const Line& line, bool faulty) {
+// Writes to `end`, the room that a started row has. Returns where the row, in the room that is left
+// or in a new one, goes on.
+char* writeHeader(PrintBlock& out, char* end, const Line& line, bool faulty) {
     const TripleHeader& header = line.header;
     const auto identifierOctets = static_cast<std::size_t>(header.identifierOctets);
-    char* end = startRow(out, line, !faulty, kHeaderRoom);
     // Nearly every header is two octets, the length in short form.
     if (header.headerOctets == 2 && header.length >= 0 && !faulty && !line.fixed) {
         end = writeHexPair(end, line.triple.position[0]);
         *end++ = ' ';
-        out.commit(writeHexPair(end, line.triple.position[1]));
-        return;
+        return writeHexPair(end, line.triple.position[1]);
     }
     // Identifiers have no limit, but for nearly all the header goes into one piece.
     if (identifierOctets <= kShortIdentifier) {
@@ -85,35 +85,40 @@ void printHeader(PrintBlock& out, const Line& line, bool faulty) {
     } else {
         out.commit(end);
         out.appendHex(line.triple.position, identifierOctets);
-        end = out.reserve(kHeaderRoom);
+        end = out.reserve(kRowRoom);
     }
     end = writeTrailer(end, header.isIndefinite(), faulty || line.fixed);
-    out.commit(header.isIndefinite() ? end : writeLengthOctets(end, line));
+    return header.isIndefinite() ? end : writeLengthOctets(end, line);
 }
 
-void printContents(ZxqGlobal& context, PrintBlock& out, const Line& line) {
+// Likewise.
+char* writeContents(ZxqGlobal& context, PrintBlock& out, char* end, const Line& line) {
     const TripleHeader& header = line.header;
     const std::int64_t count = header.clamped(line.triple.remaining);
     std::int64_t digits = 2 * count;
     bool cut = false;
     if ((context.flags & NoShort) == 0) {
-        const std::int64_t room = kLineRoom - static_cast<std::int64_t>(out.column());
+        const std::int64_t room = kLineRoom - static_cast<std::int64_t>(out.columnAt(end));
         const std::int64_t limit = shortenedLimit(context, room, room);
         if (digits > limit) {
             digits = limit;
             cut = true;
         }
     }
-    const std::int64_t shown = digits > 0 ? (digits + 1) / 2 : 0;
-    const std::uint8_t* const octets = line.triple.position + header.headerOctets;
-    if (shown > kLineRoom) {
-        printHexPairs(out, {octets, static_cast<std::int32_t>(shown)}, 1, cut ? "..." : "");
-    } else if (shown > 0) {
-        char* end = out.reserve(1 + 2 * kLineRoom + 3);
-        *end++ = ' ';
-        end = writeHexPairs(end, octets, static_cast<std::size_t>(shown));
-        out.commit(cut ? writeText(end, "...") : end);
+    if (digits <= 0) {
+        return end;
     }
+    const std::int64_t shown = (digits + 1) / 2;
+    const std::uint8_t* const octets = line.triple.position + header.headerOctets;
+    *end++ = ' ';
+    if (shown > kLineRoom) {
+        out.commit(end);
+        out.appendHex(octets, static_cast<std::size_t>(shown));
+        end = out.reserve(kRowRoom);
+    } else {
+        end = writeHexPairs(end, octets, static_cast<std::size_t>(shown));
+    }
+    return cut ? writeText(end, "...") : end;
 }
 
 }  // namespace
@@ -130,16 +135,14 @@ bool printHexadecimalLine(ZxqGlobal& context, ContentsReader& /*reader*/, const 
     }
     PrintBlock& out = printBlock(context);
     const bool faulty = !sound && reportFaults(context, line);
-    printHeader(out, line, faulty);
-    if (faulty && header.length == kUnreadable) {
-        return true;
+    char* end = writeHeader(out, startRow(out, line, !faulty, kRowRoom), line, faulty);
+    const bool readable = !faulty || header.length != kUnreadable;
+    if (readable && (faulty || !header.constructed)) {
+        end = writeContents(context, out, end, line);
     }
+    out.commit(end);
     if (!faulty && isEmptyIndefinite(line)) {
-        out.commit(writeText(out.startLine(indentation(line), kHeaderRoom), "00 00"));
-        return false;
-    }
-    if (faulty || !header.constructed) {
-        printContents(context, out, line);
+        out.commit(writeText(out.startLine(indentation(line), kRowRoom), "00 00"));
     }
     return faulty;
 }
