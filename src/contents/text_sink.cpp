@@ -47,7 +47,9 @@ bool TextSink::makeRoom() {
 
 void TextSink::putHex(const std::uint8_t* octets, std::size_t count) {
     while (count > 0 && !full()) {
-        const std::size_t piece = std::min(count, kPiece / 2);
+        // No more digits than are wanted, though the last octet may have one too many.
+        const std::size_t wanted = (static_cast<std::size_t>(end_ - out_) + 1) / 2;
+        const std::size_t piece = std::min(count, wanted);
         out_ = writeHexPairs(out_, octets, piece);
         octets += piece;
         count -= piece;
