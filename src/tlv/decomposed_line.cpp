@@ -35,7 +35,7 @@ void printUnreadable(PrintBlock& out, const DecomposedLine& line) {
 }
 
 void printFields(PrintBlock& out, const DecomposedLine& line, std::string_view name, bool filled) {
-    char* end = writePosition(out.reserve(kFieldsRoom), line);
+    char* end = writePosition(out.startLine(0, kFieldsRoom), line);
     end = writeText(end, " hl=");
     end = writeDecimal(end, line.header.headerOctets);
     if (line.header.isIndefinite()) {
@@ -86,8 +86,6 @@ bool printDecomposedLine(ZxqGlobal& context, ContentsReader& reader, const Decom
         printUnreadable(out, line);
         return true;
     }
-    out.append('\n');
-    out.startRow();
     const bool empty =
         line.header.isIndefinite() && line.triple.from(line.header.headerOctets).atEndOfContents();
     const bool hasContents = !empty && !unknown && name != kEndOfContentsName;
