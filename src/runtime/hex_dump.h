@@ -3,9 +3,9 @@
 // For: two layouts, chosen by bit 0x80 of the trace level: plain, 32 octets a line in groups of
 // four; annotated, 16 octets a line with offsets and characters. Also switching tracing on, which
 // makes decoders dump what they are about to decode.
-// Not for: listings; their octets are printed by tlv/hex_pairs.h.
+// Not for: listings; these show octets without gaps.
 //
-//     #   000000:   3003 0201 05                              0....
+//     #   000000:   3003 0201 05                               0....
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,6 @@
 #include "tlv/contents_field.h"
 
+#include <cstddef>
 #include <cstdint>
 
 #include "contents/text_sink.h"
@@ -28,17 +29,16 @@ bool isNeverCut(const Contents& contents, const TripleHeader& header) {
     }
 }
 
-}  // namespace
-
-void printContentsText(ZxqGlobal& context, const Contents& contents, const TripleHeader& header) {
-    PrintBlock& out = printBlock(context);
+// Behind `column` characters of the line.
+void printText(ZxqGlobal& context, PrintBlock& out, const Contents& contents,
+               const TripleHeader& header, std::size_t column) {
     if ((context.flags & NoShort) != 0) {
         TextSink sink = TextSink::whole(out);
         writeContents(sink, contents, context.flags);
         sink.finish();
         return;
     }
-    const std::int64_t room = kLineEnd - static_cast<std::int64_t>(out.column());
+    const std::int64_t room = kLineEnd - static_cast<std::int64_t>(column);
     const std::int64_t limit =
         shortenedLimit(context, room, isNeverCut(contents, header) ? kLongestText : room);
     if (limit > 0) {
@@ -46,6 +46,23 @@ void printContentsText(ZxqGlobal& context, const Contents& contents, const Tripl
         writeContents(sink, contents, context.flags);
         sink.finish();
     }
+}
+
+}  // namespace
+
+bool printContents(ZxqGlobal& context, ContentsReader& reader, OctetView triple,
+                   const TripleHeader& header, bool colon) {
+    PrintBlock& out = printBlock(context);
+    std::size_t column = out.column();
+    const Contents& contents = reader.read(triple, header);
+    if (contents.present && (!header.constructed || contents.invalid)) {
+        if (colon) {
+            out.append(':');
+            ++column;
+        }
+        printText(context, out, contents, header, column);
+    }
+    return contents.invalid;
 }
 
 }  // namespace zxqtlv

@@ -49,16 +49,6 @@ void printFields(PrintBlock& out, const DecomposedLine& line, std::string_view n
     out.commit(end + (filled ? std::max(name.size(), kNameField) : name.size()));
 }
 
-// Returns true when the contents are invalid: they are shown, and the triple is not entered.
-bool printContents(ZxqGlobal& context, ContentsReader& reader, const DecomposedLine& line) {
-    const Contents& contents = reader.read(line.triple, line.header);
-    if (contents.present && (!line.header.constructed || contents.invalid)) {
-        printBlock(context).append(':');
-        printContentsText(context, contents, line.header);
-    }
-    return contents.invalid;
-}
-
 void printClosingPair(ZxqGlobal& context, ContentsReader& reader, const DecomposedLine& line) {
     const OctetView pair{line.triple.position + line.header.headerOctets, 2};
     const TripleHeader header = readHeader(pair, tagMask(context));
@@ -86,14 +76,13 @@ bool printDecomposedLine(ZxqGlobal& context, ContentsReader& reader, const Decom
         printUnreadable(out, line);
         return true;
     }
-    const bool empty =
-        line.header.isIndefinite() && line.triple.from(line.header.headerOctets).atEndOfContents();
+    const bool empty = isEmptyIndefinite(line.triple, line.header);
     const bool hasContents = !empty && !unknown && name != kEndOfContentsName;
     printFields(out, line, name, hasContents);
     if (empty) {
         printClosingPair(context, reader, line);
     }
-    return hasContents && printContents(context, reader, line);
+    return hasContents && printContents(context, reader, line.triple, line.header, true);
 }
 
 }  // namespace zxqtlv

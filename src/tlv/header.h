@@ -92,6 +92,12 @@ inline TripleHeader readHeader(OctetView triple, std::uint8_t mask) {
     return header;
 }
 
+// Whether the triple whose header was read at `triple` is indefinite and empty: 00 00 follows its
+// header at once.
+inline bool isEmptyIndefinite(OctetView triple, const TripleHeader& header) {
+    return header.isIndefinite() && triple.from(header.headerOctets).atEndOfContents();
+}
+
 // The identifier octets (1 or more), moving `triple` to the first length octet; kUnreadable, and
 // `triple` stays, when the data ends inside them or no length octet follows.
 std::int32_t identifierLength(const ZxqGlobal& context, OctetView& triple);

@@ -1,13 +1,11 @@
 #include "tlv/hexadecimal_line.h"
 
 #include <algorithm>
-#include <string_view>
 
 #include "runtime/flags.h"
 #include "runtime/hex_text.h"
 #include "runtime/print.h"
 #include "runtime/report.h"
-#include "tlv/hex_pairs.h"
 #include "tlv/shortening.h"
 
 namespace zxqtlv {
@@ -22,7 +20,10 @@ constexpr std::size_t kRowRoom = 480;
 void printUnreadableRest(ZxqGlobal& context, const Line& line) {
     PrintBlock& out = printBlock(context);
     out.append('\n');
-    printHexPairs(out, line.triple, indentation(line), "");
+    if (line.triple.remaining > 0) {
+        out.appendBlanks(indentation(line));
+        out.appendHex(line.triple.position, static_cast<std::size_t>(line.triple.remaining));
+    }
     reportPrematureEnd(context, line.triple);
 }
 
@@ -141,7 +142,7 @@ bool printHexadecimalLine(ZxqGlobal& context, ContentsReader& /*reader*/, const 
         end = writeContents(context, out, end, line);
     }
     out.commit(end);
-    if (!faulty && isEmptyIndefinite(line)) {
+    if (!faulty && isEmptyIndefinite(line.triple, line.header)) {
         out.commit(writeText(out.startLine(indentation(line), kRowRoom), "00 00"));
     }
     return faulty;

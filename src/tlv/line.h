@@ -1,4 +1,4 @@
-// What the walkers and the line printers of the hexadecimal and syntax layouts tell each other.
+// What the walker and the line printers of the hexadecimal and syntax layouts tell each other.
 //
 // For: the common shape of a line printer, so that one walker serves both layouts.
 #pragma once
@@ -39,11 +39,5 @@ inline char* startRow(PrintBlock& out, const Line& line, bool sound, std::size_t
 
 // Prints the line. Returns true when the walk of this level must stop behind it.
 using LinePrinter = bool (*)(ZxqGlobal& context, ContentsReader& reader, const Line& line);
-
-// Whether the triple is indefinite and its contents are empty: 00 00 follows its header at once.
-inline bool isEmptyIndefinite(const Line& line) {
-    return line.header.isIndefinite() &&
-           line.triple.from(line.header.headerOctets).atEndOfContents();
-}
 
 }  // namespace zxqtlv

@@ -5,7 +5,6 @@
 #include "runtime/flags.h"
 #include "runtime/print.h"
 #include "runtime/runtime_private.h"
-#include "tlv/hex_pairs.h"
 
 namespace zxqtlv {
 namespace {
@@ -43,7 +42,7 @@ void announce(PrintBlock& out, std::uint8_t byte, OctetView run) {
     out.append("' detected, skipping ");
     out.appendDecimal(run.remaining);
     out.append(" bytes ...\n\n");
-    printHexPairs(out, run, 0, "");
+    out.appendHex(run.position, static_cast<std::size_t>(run.remaining));
 }
 
 }  // namespace

@@ -19,7 +19,7 @@ namespace {
 constexpr std::size_t kLongestName = 12;  // characters of a name that are shown
 constexpr std::size_t kTypeColumn = 13;   // characters
 constexpr std::size_t kLengthColumn = 8;
-// Characters of a column with what is written past its end, at most.
+// Characters of the type and the length with what is written past their columns, at most.
 constexpr std::size_t kFieldsRoom = 96;
 
 constexpr bool contains(std::string_view name, std::string_view word) {
@@ -116,15 +116,6 @@ char* writeLength(char* start, const Line& line, bool readable, bool exceeds) {
     return fillColumn(start, end, kLengthColumn);
 }
 
-// Returns true when the contents are invalid.
-bool printContents(ZxqGlobal& context, ContentsReader& reader, const Line& line) {
-    const Contents& contents = reader.read(line.triple, line.header);
-    if (contents.present && (!line.header.constructed || contents.invalid)) {
-        printContentsText(context, contents, line.header);
-    }
-    return contents.invalid;
-}
-
 }  // namespace
 
 bool printSyntaxLine(ZxqGlobal& context, ContentsReader& reader, const Line& line) {
@@ -149,12 +140,12 @@ bool printSyntaxLine(ZxqGlobal& context, ContentsReader& reader, const Line& lin
     if (!readable) {
         return true;
     }
-    if (isEmptyIndefinite(line)) {
+    if (isEmptyIndefinite(line.triple, line.header)) {
         out.commit(out.startLine(indentation(line), 0));
         out.append(kEndOfContentsName);
         return false;
     }
-    return printContents(context, reader, line) || exceeds;
+    return printContents(context, reader, line.triple, line.header, false) || exceeds;
 }
 
 }  // namespace zxqtlv

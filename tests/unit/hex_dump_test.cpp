@@ -1,5 +1,6 @@
 #include "runtime/hex_dump.h"
 
+#include "cli/layouts.h"
 #include "cli/tool_table.h"
 #include "contents/contents_text.h"
 #include "contents/tag_text.h"
@@ -95,6 +96,21 @@ TEST(HexDump, ShowsEachEncodingThatIsDecoded) {
                                                      static_cast<std::int32_t>(octets.size())));
         EXPECT_EQ(context.takeText(), row.text);
     }
+}
+
+TEST(HexDump, TakesNoRoomFromTheTextOfTheLine) {
+    TestContext context;
+    context.global.controlTable = &toolTable();
+    zxqEnableTrace(&context.global, 1);
+    std::string octets = octetsFromHex("04 14 41*20");
+    EncodedBuffer buffer{22, reinterpret_cast<std::uint8_t*>(octets.data())};
+    const std::string dump = "04144141 41414141 41414141 41414141 41414141 4141\n";
+    printLayout(context.global, TlvFormat::Decomposed, buffer);
+    EXPECT_EQ(context.takeText(), "\n  0:d= 1 hl=2 l=  20 prim: OCTET STRING     " + dump +
+                                      ":4141414141414141414141414141414...");
+    printLayout(context.global, TlvFormat::Syntax, buffer);
+    EXPECT_EQ(context.takeText(), "\nType         Length  Contents\nOCTET STRING 20      " + dump +
+                                      "4141414141414141414141414141414141414141");
 }
 
 }  // namespace
