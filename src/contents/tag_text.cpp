@@ -90,11 +90,7 @@ TagClass getTagClass(ZxqGlobal* context, const std::uint8_t* tlv, std::uint32_t 
         if (!walk.atEnd() && ++met == index) {
             return walk.header().tagClass;
         }
-        more = walk.descend() || walk.advance();
-        while (!more && walk.depth() > 0) {
-            walk.ascend();
-            more = walk.advance();
-        }
+        more = walk.descend() || walk.advance() || walk.leave([](OctetView /*closing*/) {});
     }
     kxReportError(context, kBadTagIndex, 0, index);
     return TagClass::Unknown;

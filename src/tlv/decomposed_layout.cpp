@@ -54,17 +54,8 @@ bool DecomposedWalk::printTriple() {
 
 // Out of finished levels to the next triple. False when there is none.
 bool DecomposedWalk::leaveLevel() {
-    while (walk_.depth() > 0) {
-        if (walk_.inIndefinite()) {
-            printClosing(walk_.ascend());
-            if (walk_.advance()) {
-                return walk_.depth() > 0 || startNextRecord();
-            }
-        } else if (walk_.ascendAndAdvance()) {
-            return walk_.depth() > 0 || startNextRecord();
-        }
-    }
-    return false;
+    return walk_.leave([this](OctetView octets) { printClosing(octets); }) &&
+           (walk_.depth() > 0 || startNextRecord());
 }
 
 // The line of whatever two octets stand behind the contents.

@@ -14,12 +14,7 @@ constexpr std::uint8_t kOneLengthOctet = 0x81;
 
 // Whether the triple's length can be read and neither it nor the header runs past the data.
 bool measures(ZxqGlobal& context, OctetView triple, const TripleHeader& header) {
-    const std::int32_t octets = headerLength(context, triple, header);
-    if (octets == kUnreadable || octets > triple.remaining) {
-        return false;
-    }
-    const std::int32_t length = lengthChecked(context, triple, header);
-    return length != kUnreadable && !header.exceeds(triple.remaining);
+    return checkHeader(context, triple, header) && !header.exceeds(triple.remaining);
 }
 
 // Whether three triples measure: this one, which has no contents, and the next two in the order in

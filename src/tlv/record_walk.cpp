@@ -80,7 +80,8 @@ bool RecordWalk::startRecord() {
 
 // True when the level ends behind the line.
 bool RecordWalk::printTriple() {
-    const bool fixed = fixing() && recoverLongForm(context_, walk_, buffer_);
+    const bool fixed = fixing() && (context_.flags & SyntaxLayout) == 0 &&
+                       recoverLongForm(context_, walk_, buffer_);
     return printLine_(context_, reader_,
                       {walk_.triple(), walk_.header(), walk_.depth(), titled_, fixed});
 }
@@ -88,17 +89,7 @@ bool RecordWalk::printTriple() {
 // Out of finished levels to the next triple. False when there is none.
 bool RecordWalk::leaveLevel() {
     titled_ = false;
-    while (walk_.depth() > 0) {
-        if (walk_.inIndefinite()) {
-            printClosing(walk_.ascend());
-            if (walk_.advance()) {
-                return true;
-            }
-        } else if (walk_.ascendAndAdvance()) {
-            return true;
-        }
-    }
-    return false;
+    return walk_.leave([this](OctetView octets) { printClosing(octets); });
 }
 
 // What stands behind the contents goes by its name: anything but an end-of-contents pair is left

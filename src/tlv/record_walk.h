@@ -13,9 +13,9 @@
 
 namespace zxqtlv {
 
-// Walks the buffer. While FixEncoding is set, repairs long-form lengths in it, and starts no record
-// where no more octets are left than the stop point says. Returns the octets at the end that were
-// not walked.
+// Walks the buffer. While FixEncoding is set, starts no record where no more octets are left than
+// the stop point says, and in the hexadecimal layout repairs long-form lengths in the buffer.
+// Returns the octets at the end that were not walked.
 std::int32_t walkRecords(ZxqGlobal& context, EncodedBuffer& buffer, LinePrinter printLine);
 
 }  // namespace zxqtlv

@@ -74,13 +74,15 @@ TripleWalk::TripleWalk(ZxqGlobal& context, OctetView encoding)
 }
 
 bool TripleWalk::enterContents() {
+    if (header_.has(HeaderTooLong)) {
+        return false;  // contents would start behind the data
+    }
     const std::optional<OctetView> contents = contentsOf(context_, search_, triple(), header_);
     if (!contents) {
         return false;
     }
-    const std::int32_t headerOctets =
-        header_.isIndefinite() ? -header_.headerOctets : header_.headerOctets;
-    return enter(offsetOf(*contents) - start_, contents->remaining, headerOctets);
+    return enter(offsetOf(*contents) - start_, contents->remaining,
+                 header_.isIndefinite() ? header_.headerOctets : 0);
 }
 
 void TripleWalk::reportNoMemory() {
@@ -98,15 +100,14 @@ bool TripleWalk::searchNext() {
 }
 
 OctetView TripleWalk::ascend() {
-    const Level level = levels_.back();
-    levels_.pop();
-    const std::int32_t contentsEnd = bound_;
+    const OctetView behind{origin_ + bound_, 2};
+    const Level& level = levels_.back();
     start_ = level.start;
     bound_ = level.bound;
-    const bool indefinite = level.headerOctets < 0;
-    header_.headerOctets = indefinite ? -level.headerOctets : level.headerOctets;
-    header_.length = indefinite ? kIndefinite : contentsEnd - level.start - header_.headerOctets;
-    return {origin_ + contentsEnd, 2};
+    header_.headerOctets = level.indefiniteHeader;
+    header_.length = kIndefinite;
+    levels_.pop();
+    return behind;
 }
 
 void TripleWalk::skip(std::int32_t octets) {

@@ -42,7 +42,7 @@ class TripleWalk {
     // The current triple; nothing remains at the end of a level.
     OctetView triple() const { return {origin_ + start_, bound_ - start_}; }
     bool atEnd() const { return start_ >= bound_; }
-    // Of the current triple; after `ascend` only its header octets and length are filled in.
+    // Of the current triple.
     const TripleHeader& header() const { return header_; }
     // 0 for the records of the input, one more per constructed level.
     std::size_t depth() const { return levels_.size(); }
@@ -54,7 +54,7 @@ class TripleWalk {
         }
         const std::int32_t inside = bound_ - start_ - header_.headerOctets;
         if (header_.length > 0 && header_.length <= inside && header_.headerOctets > 0) {
-            return enter(header_.headerOctets, header_.length, header_.headerOctets);
+            return enter(header_.headerOctets, header_.length, 0);
         }
         return enterContents();
     }
@@ -72,20 +72,23 @@ class TripleWalk {
         }
         return searchNext();
     }
-    // Back to the triple whose contents these are. Not at depth 0. Returns the two octets behind
-    // its contents.
-    OctetView ascend();
-    // Whether the triple whose contents these are has the indefinite form. Not at depth 0.
-    bool inIndefinite() const { return levels_.back().headerOctets < 0; }
-    // `ascend` and `advance` in one step, out of a triple with a definite length.
-    bool ascendAndAdvance() {
-        const std::int32_t bound = levels_.back().bound;
-        levels_.pop();
-        if (bound_ < bound) {
-            moveTo(bound_, bound);
-            return true;
+    // At the end of a level: out of it, and of those that end with it, to the next triple. False
+    // when there is none; nothing remains then. `onClosing` is called, back at each triple with the
+    // indefinite form, with the two octets behind its contents.
+    template <typename OnClosing>
+    bool leave(OnClosing onClosing) {
+        while (!levels_.empty()) {
+            if (levels_.back().indefiniteHeader == 0) {
+                if (leaveDefinite()) {
+                    return true;
+                }
+                continue;
+            }
+            onClosing(ascend());
+            if (advance()) {
+                return true;
+            }
         }
-        start_ = bound_ = bound;
         return false;
     }
     // Past `octets` of padding, at a place where a triple may start.
@@ -99,7 +102,7 @@ class TripleWalk {
     struct Level {
         std::int32_t bound;
         std::int32_t start;
-        std::int32_t headerOctets;  // negative for the indefinite form
+        std::int32_t indefiniteHeader;  // its octets; 0 for the definite form
     };
 
     void moveTo(std::int32_t start, std::int32_t bound) {
@@ -107,14 +110,28 @@ class TripleWalk {
         bound_ = bound;
         readHeaderInto(header_, triple(), mask_);
     }
-    bool enter(std::int32_t skipped, std::int32_t contentsOctets, std::int32_t headerOctets) {
-        if (!levels_.push({bound_, start_, headerOctets})) {
+    bool enter(std::int32_t skipped, std::int32_t contentsOctets, std::int32_t indefiniteHeader) {
+        if (!levels_.push({bound_, start_, indefiniteHeader})) {
             reportNoMemory();
             return false;
         }
         moveTo(start_ + skipped, start_ + skipped + contentsOctets);
         return true;
     }
+    // Behind the triple whose contents these are is where they end.
+    bool leaveDefinite() {
+        const std::int32_t bound = levels_.back().bound;
+        levels_.pop();
+        if (bound_ < bound) {
+            moveTo(bound_, bound);
+            return true;
+        }
+        start_ = bound_ = bound;
+        return false;
+    }
+    // Back to the triple with the indefinite form whose contents these are; of its header only the
+    // octets and the length are filled in. Returns the two octets behind its contents.
+    OctetView ascend();
     bool enterContents();
     void reportNoMemory();
     bool searchNext();

@@ -84,7 +84,8 @@ TEST(TagText, FindsTheClassOfAnyIdentifier) {
                 {"30 80 A1 80 04 00 00 00 41 00 00 00", "UCUA"},
                 {"30 05 A1 03 41 01 00 C0 00 80 00", "UCAPC"},
                 {"30 00 41 00", "UA"},
-                {"24 80 00 00 C0 00", "UP"}};
+                {"24 80 00 00 C0 00", "UP"},
+                {"30 88 7F FF FF FF", "U"}};
     TestContext context;
     for (const auto& row : rows) {
         SCOPED_TRACE(row.octets);

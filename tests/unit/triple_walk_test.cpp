@@ -4,6 +4,8 @@
 #include <random>
 #include <sstream>
 
+#include "cli/layouts.h"
+#include "cli/tool_table.h"
 #include "runtime/flags.h"
 #include "runtime/report.h"
 #include "runtime/trap.h"
@@ -136,6 +138,21 @@ TEST(EndSearch, AnswersLikeARecursionOverTheNesting) {
         for (const std::uint32_t flags : {0U, 0x40U, 0x80U, 0x2000040U}) {
             ASSERT_EQ(walkLog(encoding, flags, false), walkLog(encoding, flags, true));
         }
+    }
+}
+
+TEST(RecordWalk, RepairsInTheHexadecimalLayoutAlone) {
+    TestContext context;
+    context.global.controlTable = &toolTable();
+    context.global.flags |= FixEncoding | TraceFixes;
+    const std::string damaged = test::octetsFromHex("04 00 83 41*131");
+    for (const TlvFormat format : {TlvFormat::Syntax, TlvFormat::Hexadecimal}) {
+        std::string octets = damaged;
+        EncodedBuffer buffer{static_cast<std::int32_t>(octets.size()),
+                             reinterpret_cast<std::uint8_t*>(octets.data())};
+        printLayout(context.global, format, buffer);
+        EXPECT_EQ(octets[1] == '\x81', format == TlvFormat::Hexadecimal);
+        EXPECT_EQ(octets.substr(2), damaged.substr(2));
     }
 }
 
