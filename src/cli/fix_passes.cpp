@@ -48,8 +48,8 @@ std::int32_t runPass(ZxqGlobal& context, TrapGuard& guard, EncodedBuffer& buffer
 FixResult repairEncoding(ZxqGlobal& context, TrapGuard& guard, EncodedBuffer& buffer) {
     const RuntimePrivate& state = *context.runtimePrivate;
     FixResult result{0, 0};
-    result.internal = guard.run([&] { measureFirstTriple(context, buffer); });
-    if (result.internal != 0) {
+    result.failure = guard.run([&] { measureFirstTriple(context, buffer); });
+    if (result.failure != 0) {
         return result;
     }
     const std::int32_t lengthBefore = buffer.length;
@@ -57,7 +57,7 @@ FixResult repairEncoding(ZxqGlobal& context, TrapGuard& guard, EncodedBuffer& bu
     while (result.fixups <= kMostFixups) {
         const std::int32_t code = runPass(context, guard, buffer);
         if (isInternal(code)) {
-            result.internal = code;
+            result.failure = code;
             return result;
         }
         cut = code != 0;

@@ -18,8 +18,8 @@ namespace zxqtlv {
 inline constexpr std::int32_t kSpareOctets = 16;
 
 struct FixResult {
-    std::int32_t internal;  // an internal failure, 1 to 3, or a fatal code before the first pass; 0
-    std::int32_t fixups;    // of all passes
+    std::int32_t failure;  // an internal failure, 1 to 3, or a fatal code before the first pass;
+    std::int32_t fixups;   // of all passes
 };
 
 // Repairs the encoding in `buffer` in place and brings its length to that of the repaired encoding.

@@ -71,9 +71,9 @@ FileResult fixFile(ZxqGlobal& context, const char* inputName, const char* fixedN
     }
     EncodedBuffer buffer = input.buffer();
     const FixResult fixed = repairEncoding(context, guard, buffer);
-    if (fixed.internal != 0) {
+    if (fixed.failure != 0) {
         // Nothing is written then, so no repair is told of.
-        return {static_cast<std::uint32_t>(fixed.internal), 0};
+        return {static_cast<std::uint32_t>(fixed.failure), 0};
     }
     std::uint32_t code = context.runtimePrivate->lastError;
     if (fixed.fixups > 0) {

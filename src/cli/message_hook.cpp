@@ -38,8 +38,8 @@ bool endsItsLine(std::uint32_t code) {
     return code == kEocNotFound || code == kEocSecondOctet || code == kTagOfZero;
 }
 
-// The octets from the one at `position` to the end of the buffer being walked, as far as a line
-// holds them.
+// The octets from the place of the fault, the first detail, to the end of the buffer being walked,
+// as far as a line holds them.
 void printInvalidRecord(ZxqGlobal& context, PrintBlock& out, const Details& details) {
     const RuntimePrivate& state = *context.runtimePrivate;
     if (details.second == 0 || state.currentBuffer == nullptr ||

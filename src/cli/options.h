@@ -8,7 +8,6 @@
 #pragma once
 
 #include <array>
-#include <cstddef>
 
 #include "cli/loader.h"
 #include "runtime/context.h"

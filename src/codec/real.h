@@ -1,7 +1,7 @@
 // REAL contents octets to a double (X.690, 8.5).
 //
 // For: the binary, decimal and special forms, correctly rounded (nearest, ties to even).
-// Not for: text of the value (contents/real_text.h).
+// Not for: text of the value (contents/number_text.h).
 //
 //     decodeReal(80 FF 01)  // 0.5
 #pragma once

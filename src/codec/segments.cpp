@@ -1,7 +1,5 @@
 #include "codec/segments.h"
 
-#include <algorithm>
-
 #include "runtime/memory.h"
 
 namespace zxqtlv {

@@ -1,8 +1,9 @@
 #include "contents/contents_text.h"
 
-#include <algorithm>
 #include <cstddef>
+#include <optional>
 #include <string_view>
+#include <variant>
 
 #include "contents/arcs_text.h"
 #include "contents/character_text.h"
@@ -212,7 +213,7 @@ char* formatContentsText(ZxqGlobal* context, const std::uint8_t* tlv, std::int32
     TextSink counting = TextSink::counting(scratch.data());
     writeContents(counting, contents, context->flags);
     const std::size_t size = counting.finish();
-    char* const text = allocateText(*context, size + 1 + kNumberRoom);
+    char* const text = allocateText(*context, size + 1);
     if (text != nullptr) {
         TextSink sink = TextSink::into(text, size);
         writeContents(sink, contents, context->flags);

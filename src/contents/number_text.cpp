@@ -1,5 +1,6 @@
 #include "contents/number_text.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdio>

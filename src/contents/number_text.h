@@ -1,4 +1,4 @@
-// BOOLEAN, INTEGER and REAL values as text.
+// INTEGER and REAL values as text.
 //
 // For: pure writers of decoded numbers.
 // Not for: decoding (codec/).
@@ -6,6 +6,7 @@
 //     5 -> "5 (0x05)"     -123 -> "-123 (0xff85)"     0.5 -> "{ mantissa 1, base 2, exponent -1 }"
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "codec/values.h"

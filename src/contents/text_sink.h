@@ -10,6 +10,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <string_view>
 
@@ -31,7 +32,7 @@ class TextSink {
     static TextSink whole(PrintBlock& block);
     // Nowhere, by way of kScratch characters; `finish` tells the length.
     static TextSink counting(char* scratch);
-    // Into `text`, which has room for the whole text of `size` characters and for kNumberRoom more.
+    // Into `text`, which has room for the whole text of `size` characters.
     static TextSink into(char* text, std::size_t size);
 
     // No more text is wanted. A sink that takes all makes room here.

@@ -37,7 +37,6 @@ inline constexpr std::size_t kMessageBufferSize = 512;
 // Runtime return codes that the services of this folder give.
 enum ReturnCode : std::int32_t {
     kSuccess = 0,
-    kBufferTooSmall = 1,
     kNullArgument = 6,
     kWrongTableVersion = 7,
     kOutOfMemory = 8,
@@ -47,7 +46,8 @@ enum ReturnCode : std::int32_t {
     kCannotCloseTraceFile = 46,
 };
 
-// A plain record; usable between a successful `zxqinit` and `zxqterm`.
+// A plain record; usable between a successful `zxqinit` and `zxqterm`, and not to be copied or
+// moved between the two.
 struct ZxqGlobal {
     AllocateFunction allocate;
     AllocateFunction resize;  // an empty slot

@@ -7,7 +7,6 @@
 //     char* end = writeHexPairs(text, octets, 2);  // "3082"
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstddef>

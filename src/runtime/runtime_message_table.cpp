@@ -1,5 +1,7 @@
 #include "runtime/runtime_message_table.h"
 
+#include <array>
+
 namespace zxqtlv {
 namespace {
 

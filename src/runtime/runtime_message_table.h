@@ -5,7 +5,6 @@
 // Not for: formatting a message; runtime/runtime_messages.h does.
 #pragma once
 
-#include <array>
 #include <cstdint>
 
 namespace zxqtlv {

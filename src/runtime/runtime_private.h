@@ -6,7 +6,6 @@
 
 #include <array>
 #include <cstdarg>
-#include <cstddef>
 #include <cstdint>
 
 #include "runtime/print_block.h"
