@@ -19,6 +19,10 @@ install_missing() {
     local as_root=()
     if [ "$(id -u)" -ne 0 ]; then
         as_root=(sudo)
+        if ! command -v sudo >/dev/null 2>&1; then
+            echo "As root, install: ${missing_packages[*]}" >&2
+            return 1
+        fi
     fi
     echo "Installing: ${missing_packages[*]}" >&2
     # A list of packages that is years old still names versions that are gone.
@@ -34,10 +38,20 @@ need_build_tools() {
     need_command ninja ninja-build
 }
 
+# With the libraries of its sanitizers and fuzzers.
+need_clang() {
+    need_command clang++ clang
+    need_file /usr/lib/llvm-14/lib/clang/14.0.6/lib/linux/libclang_rt.fuzzer-x86_64.a \
+        libclang-rt-14-dev
+}
+
 need_test_tools() {
     need_build_tools
+    need_command zsh zsh
     need_file /usr/include/gtest/gtest.h libgtest-dev
     need_command openssl openssl
+    need_command dumpasn1 dumpasn1
+    need_command unber asn1c
     need_command python3 python3
     need_command git git
     need_command less less
