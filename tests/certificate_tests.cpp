@@ -18,20 +18,6 @@ namespace {
 
 const char* const kBundle = "/etc/ssl/certs/ca-certificates.crt";
 
-std::string outputOf(const std::string& command) {
-    std::string text;
-    std::FILE* const pipe = popen(command.c_str(), "r");
-    std::array<char, 4096> piece{};
-    for (std::size_t size = 1; pipe != nullptr && size != 0;) {
-        size = std::fread(piece.data(), 1, piece.size(), pipe);
-        text.append(piece.data(), size);
-    }
-    if (pipe != nullptr) {
-        pclose(pipe);
-    }
-    return text;
-}
-
 std::string decodeBase64(const std::string& text) {
     static const std::string kDigits =
         "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
@@ -136,7 +122,8 @@ TEST(Certificates, AreReadAsAnotherToolReadsThem) {
         const RunResult result = runProgram(folder, {"in", "-dec"});
         std::vector<Triple> ours = readListing(result.output, 1, "OBJECT IDENTIFIER");
         std::vector<Triple> theirs = readListing(
-            outputOf("openssl asn1parse -inform DER -in " + (folder / "in").string()), 0, "OBJECT");
+            outputOf("openssl asn1parse -inform DER -in '" + (folder / "in").string() + "'"), 0,
+            "OBJECT");
         for (Triple& triple : theirs) {
             if (const auto name = names.find(triple.identifier); name != names.end()) {
                 triple.identifier = name->second;

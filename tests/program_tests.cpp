@@ -137,13 +137,19 @@ TEST(Program, TellsThatTheOutputFileCannotBeWritten) {
     EXPECT_EQ(result.errors, "");
 }
 
-TEST(Program, NeverWritesIntoItsInputWhenStandardOutputIsClosed) {
+// A file opened in the place of a closed descriptor must not get what is meant for that one.
+TEST(Program, KeepsFilesApartWhenStandardOutputIsClosed) {
     const TemporaryFolder folder;
-    const std::string input("\x02\x01\x05");
+    const std::string input = "\x04" + std::string("\0\x83", 2) + std::string(131, 'A');
     writeFile(folder / "in", input);
+    ASSERT_EQ(runProgram(folder, {"in", "-output", "listing"}).status, 0);
+    ASSERT_EQ(runProgram(folder, {"in", "-zfix", "fixed"}).status, 0);
     RunOptions options;
     options.closeOutput = true;
-    runProgram(folder, {"in", "-zfix", "fixed"}, options);
+    EXPECT_EQ(runProgram(folder, {"in", "-output", "listing2"}, options).status, 72);
+    EXPECT_EQ(readFile(folder / "listing2"), readFile(folder / "listing"));
+    EXPECT_EQ(runProgram(folder, {"in", "-zfix", "fixed2"}, options).status, 72);
+    EXPECT_EQ(readFile(folder / "fixed2"), readFile(folder / "fixed"));
     EXPECT_EQ(readFile(folder / "in"), input);
 }
 
@@ -206,7 +212,7 @@ TEST(Program, NeedsTheCLibraryAlone) {
 #ifdef ZXQTLV_SANITIZED
     GTEST_SKIP() << "sanitizers bring libraries of their own";
 #endif
-    std::FILE* const pipe = popen("ldd " ZXQTLV_PROGRAM, "r");
+    std::FILE* const pipe = popen("ldd '" ZXQTLV_PROGRAM "'", "r");
     ASSERT_NE(pipe, nullptr);
     std::array<char, 512> line{};
     int libraries = 0;

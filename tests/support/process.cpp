@@ -6,7 +6,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <array>
 #include <chrono>
+#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
@@ -104,6 +106,20 @@ std::string withoutBanner(const std::string& output) {
     const std::string expected = banner();
     EXPECT_EQ(output.substr(0, expected.size()), expected);
     return output.substr(std::min(expected.size(), output.size()));
+}
+
+std::string outputOf(const std::string& command) {
+    std::string text;
+    std::FILE* const pipe = popen(command.c_str(), "r");
+    std::array<char, 4096> piece{};
+    for (std::size_t size = 1; pipe != nullptr && size != 0;) {
+        size = std::fread(piece.data(), 1, piece.size(), pipe);
+        text.append(piece.data(), size);
+    }
+    if (pipe != nullptr) {
+        pclose(pipe);
+    }
+    return text;
 }
 
 }  // namespace zxqtlv::test

@@ -43,6 +43,9 @@ struct RunResult {
 RunResult runProgram(const TemporaryFolder& folder, const std::vector<std::string>& arguments,
                      const RunOptions& options = {});
 
+// What a shell command prints on standard output; empty where it cannot be run.
+std::string outputOf(const std::string& command);
+
 // The three lines that every run starts with, this year's date in them.
 std::string banner();
 
