@@ -89,7 +89,10 @@ std::int32_t zxqEnableTrace(ZxqGlobal* context, std::uint32_t level) {
 void traceEncoding(ZxqGlobal& context, const std::uint8_t* data, std::int32_t length) {
     const RuntimePrivate& state = *context.runtimePrivate;
     if (state.traceLevel != 0 && state.dumpFunction != nullptr) {
+        PrintBlock& out = printBlock(context);
+        const std::size_t column = out.column();
         state.dumpFunction(&context, data, length);
+        out.resumeRow(column);
     }
 }
 

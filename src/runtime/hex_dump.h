@@ -27,7 +27,8 @@ void zxqPrintOctets(ZxqGlobal* context, const std::uint8_t* data, std::int32_t l
 // kNullArgument.
 std::int32_t zxqEnableTrace(ZxqGlobal* context, std::uint32_t level);
 
-// Dumps an encoding that is about to be decoded, when the trace level is not zero.
+// Dumps an encoding that is about to be decoded, when the trace level is not zero. The dump does
+// not count for the column of the line that it interrupts.
 void traceEncoding(ZxqGlobal& context, const std::uint8_t* data, std::int32_t length);
 
 }  // namespace zxqtlv

@@ -94,6 +94,8 @@ class PrintBlock {
 
     // A row starts at the next character: the column counts from here.
     void startRow() { rowStart_ = handedOver_ + size_; }
+    // The row goes on at `column`: what was printed since it was there does not count.
+    void resumeRow(std::size_t column) { rowStart_ = handedOver_ + size_ - column; }
     // Characters since the row started.
     std::size_t column() const { return handedOver_ + size_ - rowStart_; }
     // The same at `end`, in room that was reserved and not committed yet.

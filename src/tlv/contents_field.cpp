@@ -1,6 +1,5 @@
 #include "tlv/contents_field.h"
 
-#include <cstddef>
 #include <cstdint>
 
 #include "contents/text_sink.h"
@@ -29,16 +28,17 @@ bool isNeverCut(const Contents& contents, const TripleHeader& header) {
     }
 }
 
-// Behind `column` characters of the line.
-void printText(ZxqGlobal& context, PrintBlock& out, const Contents& contents,
-               const TripleHeader& header, std::size_t column) {
+}  // namespace
+
+void printContentsText(ZxqGlobal& context, const Contents& contents, const TripleHeader& header) {
+    PrintBlock& out = printBlock(context);
     if ((context.flags & NoShort) != 0) {
         TextSink sink = TextSink::whole(out);
         writeContents(sink, contents, context.flags);
         sink.finish();
         return;
     }
-    const std::int64_t room = kLineEnd - static_cast<std::int64_t>(column);
+    const std::int64_t room = kLineEnd - static_cast<std::int64_t>(out.column());
     const std::int64_t limit =
         shortenedLimit(context, room, isNeverCut(contents, header) ? kLongestText : room);
     if (limit > 0) {
@@ -46,23 +46,6 @@ void printText(ZxqGlobal& context, PrintBlock& out, const Contents& contents,
         writeContents(sink, contents, context.flags);
         sink.finish();
     }
-}
-
-}  // namespace
-
-bool printContents(ZxqGlobal& context, ContentsReader& reader, OctetView triple,
-                   const TripleHeader& header, bool colon) {
-    PrintBlock& out = printBlock(context);
-    std::size_t column = out.column();
-    const Contents& contents = reader.read(triple, header);
-    if (contents.present && (!header.constructed || contents.invalid)) {
-        if (colon) {
-            out.append(':');
-            ++column;
-        }
-        printText(context, out, contents, header, column);
-    }
-    return contents.invalid;
 }
 
 }  // namespace zxqtlv
