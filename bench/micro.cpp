@@ -102,7 +102,7 @@ BENCHMARK(writeHex)->Arg(16)->Arg(1024);
 void writeNumbers(benchmark::State& state) {
     std::array<char, 32> text{};
     for (auto _ : state) {
-        benchmark::DoNotOptimize(writePadded(text.data(), state.range(0), 4));
+        benchmark::DoNotOptimize(writePadded<4>(text.data(), state.range(0)));
         benchmark::ClobberMemory();
     }
 }

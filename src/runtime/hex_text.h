@@ -86,14 +86,35 @@ inline char* writeDecimal(char* out, std::int64_t value) {
     return writeUnsigned(out, static_cast<std::uint64_t>(value));
 }
 
-// Decimal digits of a number from 0, with blanks in front up to `width` (1 to 4) characters; at
-// most kNumberRoom characters.
-inline char* writePadded(char* out, std::int64_t value, std::size_t width) {
-    constexpr std::array<std::int64_t, 5> kPowers{0, 1, 10, 100, 1000};
-    for (; width > 1 && value < kPowers[width]; --width) {
-        *out++ = ' ';
+// The numbers from 0 to 999 with blanks in front, four characters each.
+inline constexpr auto kPaddedNumbers = [] {
+    std::array<char, 4000> numbers{};
+    for (std::size_t number = 0; number < 1000; ++number) {
+        std::size_t place = 4 * number + 4;
+        std::size_t rest = number;
+        do {
+            numbers[--place] = static_cast<char>('0' + rest % 10);
+            rest /= 10;
+        } while (rest != 0);
+        while (place > 4 * number) {
+            numbers[--place] = ' ';
+        }
     }
-    return writeDecimal(out, value);
+    return numbers;
+}();
+
+// Decimal digits of a number from 0, with blanks in front up to `Width` (1 to 4) characters; at
+// most kNumberRoom characters. A number that fits is one copy, however many digits it has.
+template <std::size_t Width>
+char* writePadded(char* out, std::int64_t value) {
+    static_assert(Width >= 1 && Width <= 4);
+    constexpr std::array<std::uint64_t, 5> kLimits{0, 10, 100, 1000, 1000};
+    const auto number = static_cast<std::uint64_t>(value);
+    if (number < kLimits[Width]) {
+        std::memcpy(out, &kPaddedNumbers[4 * number + 4 - Width], Width);
+        return out + Width;
+    }
+    return writeUnsigned(out, number);
 }
 
 // Lower-case hexadecimal digits without leading zeros; at most 8 characters.

@@ -69,6 +69,14 @@ class PrintBlock {
         std::memset(out, ' ', kFew);  // a fixed number costs less than a call for the right one
         commit(out + count);
     }
+    // Ends the line before and starts a row. Returns room for `count` (less than kCapacity)
+    // characters; what was written counts after `commit`.
+    char* startLine(std::size_t count) {
+        char* out = reserve(1 + count);
+        *out++ = '\n';
+        rowStart_ = handedOver_ + size_ + 1;
+        return out;
+    }
     // Ends the line before and starts a row with `blanks` blanks. Returns room for `count` (less
     // than kCapacity - kFew) characters behind them; what was written counts after `commit`.
     char* startLine(std::size_t blanks, std::size_t count) {

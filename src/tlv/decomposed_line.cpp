@@ -18,9 +18,9 @@ constexpr std::size_t kNameField = 17;  // characters, at least
 constexpr std::size_t kFieldsRoom = 160;
 
 char* writePosition(char* out, const DecomposedLine& line) {
-    out = writePadded(out, line.offset, 3);
+    out = writePadded<3>(out, line.offset);
     out = writeText(out, ":d=");
-    return writePadded(out, static_cast<std::int64_t>(line.depth), 2);
+    return writePadded<2>(out, static_cast<std::int64_t>(line.depth));
 }
 
 // The header and its length octets cannot both be read.
@@ -35,14 +35,14 @@ void printUnreadable(PrintBlock& out, const DecomposedLine& line) {
 }
 
 void printFields(PrintBlock& out, const DecomposedLine& line, std::string_view name, bool filled) {
-    char* end = writePosition(out.startLine(0, kFieldsRoom), line);
+    char* end = writePosition(out.startLine(kFieldsRoom), line);
     end = writeText(end, " hl=");
-    end = writeDecimal(end, line.header.headerOctets);
+    end = writePadded<1>(end, line.header.headerOctets);
     if (line.header.isIndefinite()) {
         end = writeText(end, " l=-128");
     } else {
         end = writeText(end, " l=");
-        end = writePadded(end, line.header.clamped(line.triple.remaining), 4);
+        end = writePadded<4>(end, line.header.clamped(line.triple.remaining));
     }
     end = line.header.constructed ? writeText(end, " cons: ") : writeText(end, " prim: ");
     std::memcpy(end, name.data(), kTagField);

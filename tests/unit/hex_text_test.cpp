@@ -24,9 +24,13 @@ TEST(NumberText, IsWhatTheCLibraryPrints) {
                       printed("%ld", value));
             EXPECT_EQ(std::string(out.data(), writeDecimal(out.data(), -value)),
                       printed("%ld", -value));
-            EXPECT_EQ(std::string(out.data(), writePadded(out.data(), value, 2)),
+            EXPECT_EQ(std::string(out.data(), writePadded<1>(out.data(), value)),
+                      printed("%ld", value));
+            EXPECT_EQ(std::string(out.data(), writePadded<3>(out.data(), value)),
+                      printed("%3ld", value));
+            EXPECT_EQ(std::string(out.data(), writePadded<2>(out.data(), value)),
                       printed("%2ld", value));
-            EXPECT_EQ(std::string(out.data(), writePadded(out.data(), value, 4)),
+            EXPECT_EQ(std::string(out.data(), writePadded<4>(out.data(), value)),
                       printed("%4ld", value));
         }
     }
