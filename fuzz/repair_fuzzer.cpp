@@ -51,7 +51,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         require(once.octets[i] == input[i] || (input[i] == 0x00 && once.octets[i] == 0x81),
                 "a repair writes 81 in the place of 00 and nothing else");
     }
-    if (once.result.internal == 0 && once.lastError == 0 && once.result.fixups < 1000 &&
+    if (once.result.failure == 0 && once.lastError == 0 && once.result.fixups < 1000 &&
         !once.octets.empty()) {
         const Repaired again = repair(once.octets, pad);
         const bool onlySpare = again.octets.size() > once.octets.size();
