@@ -18,7 +18,7 @@ namespace zxqtlv {
 inline constexpr std::int32_t kSpareOctets = 16;
 
 struct FixResult {
-    std::int32_t failure;  // an internal failure, 1 to 3, or a fatal code before the first pass;
+    std::int32_t failure;  // internal, 1 to 3, or a fatal code before the first pass; else 0
     std::int32_t fixups;   // of all passes
 };
 
